@@ -1,0 +1,61 @@
+# The libraries that the program stands on, as targets: voxtrel_wx, voxtrel_flite, voxtrel_portaudio,
+# voxtrel_utf8proc; GTest and benchmark.
+
+find_package(Threads REQUIRED)
+
+add_library(voxtrel_wx INTERFACE)
+add_library(voxtrel_flite INTERFACE)
+add_library(voxtrel_portaudio INTERFACE)
+add_library(voxtrel_utf8proc INTERFACE)
+set(_flite_libs flite_cmu_us_kal16 flite_cmu_us_awb flite_cmu_us_rms flite_cmu_us_slt flite_usenglish
+                flite_cmulex flite)
+
+if(WIN32)
+  set(_deps ${VOXTREL_WINDOWS_DEPS})
+  execute_process(COMMAND ${_deps}/bin/wx-config --static=yes --cxxflags OUTPUT_VARIABLE _wx_flags
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND ${_deps}/bin/wx-config --static=yes --libs richtext,html,adv,core,net,xml,base
+                  OUTPUT_VARIABLE _wx_libs OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(_wx_flags UNIX_COMMAND "${_wx_flags}")
+  separate_arguments(_wx_libs UNIX_COMMAND "${_wx_libs}")
+  target_compile_options(voxtrel_wx INTERFACE ${_wx_flags})
+  target_link_libraries(voxtrel_wx INTERFACE -L${_deps}/lib ${_wx_libs})
+  foreach(_lib IN LISTS _flite_libs)
+    target_link_libraries(voxtrel_flite INTERFACE ${_deps}/lib/lib${_lib}.a)
+  endforeach()
+  target_include_directories(voxtrel_flite SYSTEM INTERFACE ${_deps}/include)
+  target_link_libraries(voxtrel_portaudio INTERFACE ${_deps}/lib/libportaudio.a winmm ole32 uuid setupapi)
+  target_include_directories(voxtrel_portaudio SYSTEM INTERFACE ${_deps}/include)
+  target_link_libraries(voxtrel_utf8proc INTERFACE ${_deps}/lib/libutf8proc.a)
+  target_include_directories(voxtrel_utf8proc SYSTEM INTERFACE ${_deps}/include)
+  target_compile_definitions(voxtrel_utf8proc INTERFACE UTF8PROC_STATIC)
+  if(VOXTREL_TESTS)
+    # Debian ships the sources beside the native library; the cross build makes its own.
+    set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+    add_library(GTest::gtest_main ALIAS gtest_main)
+    add_library(GTest::gmock ALIAS gmock)
+  endif()
+else()
+  execute_process(COMMAND wx-config --cxxflags OUTPUT_VARIABLE _wx_flags
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND wx-config --libs richtext,html,adv,core,net,xml,base OUTPUT_VARIABLE _wx_libs
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(_wx_flags UNIX_COMMAND "${_wx_flags}")
+  separate_arguments(_wx_libs UNIX_COMMAND "${_wx_libs}")
+  list(TRANSFORM _wx_flags REPLACE "^-I" "-isystem")
+  target_compile_options(voxtrel_wx INTERFACE ${_wx_flags})
+  target_link_libraries(voxtrel_wx INTERFACE ${_wx_libs})
+  target_link_libraries(voxtrel_flite INTERFACE ${_flite_libs} m)
+  target_include_directories(voxtrel_flite SYSTEM INTERFACE /usr/include/flite)
+  target_link_libraries(voxtrel_portaudio INTERFACE portaudio)
+  target_link_libraries(voxtrel_utf8proc INTERFACE utf8proc)
+  if(VOXTREL_TESTS)
+    find_package(GTest REQUIRED)
+    include(GoogleTest)
+  endif()
+  if(VOXTREL_BENCH)
+    find_package(benchmark REQUIRED)
+  endif()
+endif()

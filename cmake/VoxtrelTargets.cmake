@@ -1,0 +1,95 @@
+# One function for each kind of target: warnings, standard and include path come from here.
+
+option(VOXTREL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(WIN32)
+  set(VOXTREL_PROGRAM_DIR ${CMAKE_BINARY_DIR}/voxtrel)
+  add_compile_definitions(UNICODE _UNICODE)
+  add_link_options(-static -static-libgcc -static-libstdc++)
+else()
+  set(VOXTREL_PROGRAM_DIR ${CMAKE_BINARY_DIR})
+endif()
+
+add_library(voxtrel_warnings INTERFACE)
+target_compile_options(voxtrel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+target_include_directories(voxtrel_warnings INTERFACE ${CMAKE_SOURCE_DIR})
+if(VOXTREL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(VOXTREL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Headers that a library without windows must not see. Each name becomes a header that stops the build; the
+# folder stands first on the include path of such a library.
+set(_forbidden_dir ${CMAKE_BINARY_DIR}/forbidden-headers)
+foreach(_header IN ITEMS windows.h winuser.h wx/wx.h wx/string.h wx/window.h wx/app.h wx/defs.h X11/Xlib.h
+                         gtk/gtk.h gdk/gdk.h glib.h atspi/atspi.h unistd.h fcntl.h sys/socket.h sys/file.h)
+  file(CONFIGURE OUTPUT ${_forbidden_dir}/${_header}
+       CONTENT "#error \"<${_header}> is a header of the system or of wx: this library must not see it\"\n")
+endforeach()
+if(WIN32)
+  # The C++ library of the cross compiler itself includes this one.
+  file(REMOVE ${_forbidden_dir}/unistd.h ${_forbidden_dir}/fcntl.h)
+else()
+  file(REMOVE ${_forbidden_dir}/unistd.h)
+endif()
+
+# A library of plain C++: no wx, no system headers.
+function(voxtrel_pure_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_link_libraries(${name} PUBLIC voxtrel_warnings)
+  target_include_directories(${name} BEFORE PRIVATE ${CMAKE_BINARY_DIR}/forbidden-headers)
+endfunction()
+
+# A library that may use wx or the system.
+function(voxtrel_system_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_link_libraries(${name} PUBLIC voxtrel_warnings)
+endfunction()
+
+function(voxtrel_program name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE voxtrel_warnings)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${VOXTREL_PROGRAM_DIR})
+endfunction()
+
+# A test program; every test in it becomes a ctest of its own.
+function(voxtrel_test name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE voxtrel_warnings GTest::gtest_main)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  if(WIN32)
+    # One wine process a test would take minutes: the whole program is one ctest.
+    add_test(NAME ${name} COMMAND ${name})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()
+
+function(voxtrel_bench name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE voxtrel_warnings benchmark::benchmark benchmark::benchmark_main)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+endfunction()
+
+# A libFuzzer program from FILE with LLVMFuzzerTestOneInput; without the fuzz preset the same file is linked
+# to a small main that runs the regression inputs, as an ordinary test.
+function(voxtrel_fuzz name source)
+  if(VOXTREL_FUZZ)
+    add_executable(${name} ${source})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    add_executable(${name} ${source} ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
+    add_test(NAME ${name} COMMAND ${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name})
+  endif()
+  target_link_libraries(${name} PRIVATE voxtrel_warnings ${ARGN})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/fuzz)
+endfunction()
