@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,7 @@ public:
     virtual void StopMonitoring() = 0;
     virtual void Shutdown() = 0;
 };
+
+std::unique_ptr<OVAccessibility> MakeAccessibility();
 
 } // namespace voxtrel::platform

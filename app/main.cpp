@@ -1,0 +1,153 @@
+#include "app/main.h"
+
+#include "settings/number_conversions.h"
+#include "settings/setting_keys.h"
+#include "settings/voice_table.h"
+#include "speech/character_settings.h"
+#include "speech/speech_markup.h"
+
+#include <utility>
+
+namespace voxtrel::app {
+
+Main::StartUp Main::Form_Load()
+{
+    MainServices& s = services_;
+    s.form.SetInTray(true);
+    s.store.SetApplicationName(settings::kApplicationName);
+    s.form.LocaliseForm(s.strings);
+    s.rooms.LocaliseMain();
+    settings::SeedVoiceTable(s.store);
+    if (s.instances.AnotherIsRunning()) {
+        RestoreFirstInstance();
+        return StartUp::SecondInstance;
+    }
+    s.store.SaveSettingOf(kApplicationTitle, L"Startup", L"hWnd", std::to_wstring(s.form.hWnd()));
+    s.form.SetHelpFile(s.folder.HelpFile());
+    s.rooms.LoadHotKeys();
+    s.shared.FavouriteAgent = s.store.GetSetting(L"Agent", L"FavouriteAgent", L"Genie");
+    if (!LoadCharacter())
+        return StartUp::NoCharacter;
+    speech::LoadSettings({s.store, s.shared, s.desktop, s.access, s.messages, s.folder});
+    agent::Ignore(s.shared.character->Show());
+    s.form.Show();
+    rolestring = s.store.GetSettingOf(L"orvella_reader", L"agent", L"rolestring", L"");
+    s.form.DoEvents();
+    MakeTopmost();
+    s.trace.Write("started", {{"character", std::wstring_view(s.shared.FavouriteAgent)}});
+    return StartUp::Running;
+}
+
+void Main::RestoreFirstInstance()
+{
+    const std::wstring handle = services_.store.GetSettingOf(kApplicationTitle, L"Startup", L"hWnd", L"");
+    if (!handle.empty())
+        services_.desktop.ShowWindow(static_cast<platform::NativeWindow>(settings::Val(handle)),
+                                     platform::kShowRestore);
+}
+
+bool Main::LoadCharacter()
+{
+    settings::SharedSettings& shared = services_.shared;
+    services_.agent1.SetEvents(this);
+    const agent::Result loaded =
+        services_.agent1.Load(shared.FavouriteAgent, services_.folder.CharacterFile(shared.FavouriteAgent));
+    shared.character = loaded.Ok() ? services_.agent1.Find(shared.FavouriteAgent) : nullptr;
+    if (!shared.character)
+        startUpError_ = loaded.description;
+    return shared.character != nullptr;
+}
+
+void Main::MakeTopmost()
+{
+    services_.desktop.SetWindowPos(services_.form.hWnd(), platform::kTopmost, 0, 0, 0, 0,
+                                   platform::kNoSizeNoMoveNoActivateShow);
+}
+
+void Main::Timer1_Timer()
+{
+    services_.rooms.UpdateTargetWindow();
+    services_.rooms.PollHotKeys();
+    if (QuitRequested)
+        Form_Unload();
+}
+
+void Main::Timer2_Timer() { services_.rooms.ReadScreen(); }
+
+void Main::hotkeytimer_Timer()
+{
+    settings::SharedSettings& shared = services_.shared;
+    if (shared.PendingSpeech.empty() || !shared.character)
+        return;
+    services_.trace.Write("speak", {{"markup", std::wstring_view(shared.PendingSpeech)}});
+    agent::Ignore(shared.character->Speak(std::exchange(shared.PendingSpeech, {})));
+}
+
+void Main::tbrMenu_ButtonClick(std::string_view key)
+{
+    if (key == "stopspeaking" && services_.shared.character)
+        agent::Ignore(services_.shared.character->StopAll());
+}
+
+void Main::Form_LinkExecute(std::wstring_view command)
+{
+    services_.trace.Write("command", {{"text", command}});
+    std::optional<DdeCommand> understood = ParseDdeCommand(command);
+    if (!understood)
+        return;
+    switch (understood->kind) {
+    case DdeCommand::Kind::Speak:
+        Speak(std::move(understood->text));
+        break;
+    case DdeCommand::Kind::Read:
+        Read(std::move(understood->text));
+        break;
+    case DdeCommand::Kind::ShowOptions:
+        services_.rooms.ShowOptions();
+        break;
+    case DdeCommand::Kind::Quit:
+        // Left to the timer, so that the sender has its answer before the window goes.
+        QuitRequested = true;
+        break;
+    }
+}
+
+void Main::Speak(std::wstring text) { speech::BuildSpeechText(text, services_.shared, pronunciations_); }
+
+void Main::Read(std::wstring text)
+{
+    if (!services_.rooms.ReadInTextReader(text))
+        Speak(std::move(text));
+}
+
+void Main::Form_Unload()
+{
+    MainServices& s = services_;
+    s.trace.Write("unload");
+    s.access.Shutdown();
+    if (s.shared.OptionsOpen)
+        s.rooms.UnloadOptions();
+    if (s.shared.TextReaderOpen)
+        s.rooms.UnloadTextReader();
+    s.form.SetInTray(false);
+    s.form.End();
+}
+
+void Main::Bookmark(std::int32_t number)
+{
+    services_.trace.Write("bookmark", {{"number", std::int64_t{number}}});
+    if (!services_.shared.TextReaderOpen)
+        return;
+    if (number != kEndOfText)
+        services_.rooms.TextReaderBookmark(number);
+    else if (services_.rooms.closeTheWindow())
+        services_.rooms.UnloadTextReader();
+}
+
+void Main::Click(const agent::PointerEvent&)
+{
+    // The toolbar stays above the character that was just clicked.
+    MakeTopmost();
+}
+
+} // namespace voxtrel::app
