@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,14 @@ public:
                                                                      std::wstring_view section) = 0;
     virtual void DeleteKey(std::wstring_view application, std::wstring_view section, std::wstring_view key) = 0;
     virtual void DeleteSection(std::wstring_view application, std::wstring_view section) = 0;
+
+    // Changes whenever anything stored may have changed, by this program or another, so that what was read can be
+    // kept as long as this stays the same. Cheap.
+    virtual std::uint64_t Generation() = 0;
+
+    // Between the two, changes may be held back and made as one; they nest.
+    virtual void BeginChanges() {}
+    virtual void EndChanges() {}
 };
 
 } // namespace voxtrel::settings

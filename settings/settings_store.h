@@ -2,6 +2,7 @@
 
 #include "settings/settings_backend.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,9 +29,26 @@ public:
     void SaveSettingOf(std::wstring_view application, std::wstring_view section, std::wstring_view key,
                        std::wstring_view value);
 
+    // See SettingsBackend::Generation.
+    std::uint64_t Generation() const { return backend_.Generation(); }
+
 private:
+    friend class SettingsChanges;
+
     SettingsBackend& backend_;
     std::wstring application_;
+};
+
+// While it lives, the changes to a store are one: a program that is killed meanwhile leaves all of them or none.
+class SettingsChanges {
+public:
+    explicit SettingsChanges(SettingsStore& store) : backend_(store.backend_) { backend_.BeginChanges(); }
+    ~SettingsChanges() { backend_.EndChanges(); }
+    SettingsChanges(const SettingsChanges&) = delete;
+    SettingsChanges& operator=(const SettingsChanges&) = delete;
+
+private:
+    SettingsBackend& backend_;
 };
 
 } // namespace voxtrel::settings
