@@ -1,9 +1,9 @@
 #include "app/trace.h"
 
+#include "settings/file_path.h"
 #include "settings/text_case.h"
 
 #include <cstdio>
-#include <filesystem>
 
 namespace voxtrel::app {
 namespace {
@@ -41,7 +41,7 @@ void AppendValue(std::string& line, const Trace::Value& value)
 bool Trace::Open(std::wstring_view path)
 {
     start_ = std::chrono::steady_clock::now();
-    file_.open(std::filesystem::path(std::wstring(path)), std::ios::binary | std::ios::trunc);
+    file_.open(settings::ToPath(path), std::ios::binary | std::ios::trunc);
     return file_.is_open();
 }
 

@@ -3,6 +3,7 @@
 
 #include "textreader/text_file.h"
 
+#include "settings/file_path.h"
 #include "settings/text_case.h"
 
 #include <array>
@@ -111,7 +112,7 @@ LoadedText DecodeText(std::string_view bytes)
 
 LoadedText LoadTextFile(const std::wstring& path)
 {
-    const std::filesystem::path file(path);
+    const std::filesystem::path file = settings::ToPath(path);
     std::error_code error;
     if (!std::filesystem::exists(file, error))
         return {{}, L"There is no file \"" + path + L"\"."};

@@ -1,5 +1,6 @@
 #include "platform/console.h"
 
+#include "settings/file_path.h"
 #include "settings/text_case.h"
 
 #include <cstdio>
@@ -21,7 +22,7 @@ std::wstring ExecutableFolder()
 {
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::wstring(L".") : settings::FromUtf8(self.parent_path().string());
+    return error ? std::wstring(L".") : settings::FromPath(self.parent_path());
 }
 
 void WriteOutput(std::wstring_view text)

@@ -13,7 +13,7 @@ namespace {
 
 class Tag final : public wxClientData {
 public:
-    explicit Tag(std::wstring_view text) : text(text) {}
+    explicit Tag(std::wstring_view number) : text(number) {}
 
     std::wstring text;
 };

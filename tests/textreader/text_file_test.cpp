@@ -1,5 +1,7 @@
 #include "textreader/text_file.h"
 
+#include "settings/file_path.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -65,9 +67,9 @@ TEST(LoadTextFile, ErrorsNameTheFile)
 
 TEST(LoadTextFile, ReadsTheFile)
 {
-    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / L"grüße.txt";
+    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / settings::ToPath(L"grüße.txt");
     std::ofstream(file, std::ios::binary) << "one\ntwo";
-    EXPECT_EQ(LoadTextFile(file.wstring()).text, L"one\r\ntwo");
+    EXPECT_EQ(LoadTextFile(settings::FromPath(file)).text, L"one\r\ntwo");
 }
 
 } // namespace
