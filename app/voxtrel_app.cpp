@@ -6,7 +6,9 @@
 #include "app/main.h"
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
+#include "platform/command_channel.h"
 #include "platform/console.h"
+#include "platform/no_accessibility.h"
 #include "platform/settings_backend.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
@@ -73,7 +75,7 @@ settings::StringTable LoadStrings(const std::wstring& folder)
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folderPath)), backend(platform::MakeSettingsBackend()),
-          store(*backend), desktop(platform::MakeDesktop()), access(platform::MakeAccessibility()),
+          store(*backend), desktop(platform::MakeDesktop()),
           frame(new MainFrame(folderPath + wxFileName::GetPathSeparator() + L"icons")), messages(frame)
     {
     }
@@ -84,7 +86,7 @@ struct VoxtrelApp::House {
     settings::SettingsStore store;
     settings::SharedSettings shared;
     std::unique_ptr<platform::Desktop> desktop;
-    std::unique_ptr<platform::OVAccessibility> access;
+    platform::NoAccessibility access;
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
     Trace trace;
@@ -141,7 +143,7 @@ bool VoxtrelApp::OpenHouse()
     house.agent1 = MakeAgent();
     house.main = std::make_unique<Main>(MainServices{
         house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop, house.messages,
-        *house.access, *instances_, *house.frame, house.rooms, house.trace});
+        house.access, *instances_, *house.frame, house.rooms, house.trace});
     switch (house.main->Form_Load()) {
     case Main::StartUp::SecondInstance:
         return false;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,7 +15,5 @@ public:
     virtual void StopMonitoring() = 0;
     virtual void Shutdown() = 0;
 };
-
-std::unique_ptr<OVAccessibility> MakeAccessibility();
 
 } // namespace voxtrel::platform

@@ -1,9 +1,10 @@
+#pragma once
+
 #include "platform/accessibility.h"
 
 namespace voxtrel::platform {
-namespace {
 
-// Stands in while screen reading is not part of the program: takes every call and reports nothing.
+// Takes every call and reports nothing: for a program that shows no windows, and while screen reading is not built.
 class NoAccessibility final : public OVAccessibility {
 public:
     void StartServer(std::wstring_view) override {}
@@ -11,9 +12,5 @@ public:
     void StopMonitoring() override {}
     void Shutdown() override {}
 };
-
-} // namespace
-
-std::unique_ptr<OVAccessibility> MakeAccessibility() { return std::make_unique<NoAccessibility>(); }
 
 } // namespace voxtrel::platform
