@@ -2,10 +2,12 @@
 
 #include "settings/number_conversions.h"
 #include "settings/setting_keys.h"
+#include "settings/string_numbers.h"
 #include "settings/voice_table.h"
 #include "speech/character_settings.h"
 #include "speech/speech_markup.h"
 
+#include <iterator>
 #include <utility>
 
 namespace voxtrel::app {
@@ -16,7 +18,7 @@ Main::StartUp Main::Form_Load()
     s.form.SetInTray(true);
     s.store.SetApplicationName(settings::kApplicationName);
     s.form.LocaliseForm(s.strings);
-    s.rooms.LocaliseMain();
+    LocaliseMain();
     settings::SeedVoiceTable(s.store);
     if (s.instances.AnotherIsRunning()) {
         RestoreFirstInstance();
@@ -30,7 +32,7 @@ Main::StartUp Main::Form_Load()
         return StartUp::NoCharacter;
     speech::LoadSettings({s.store, s.shared, s.desktop, s.access, s.messages, s.folder});
     agent::Ignore(s.shared.character->Show());
-    s.form.Show();
+    s.form.SetVisible(true);
     rolestring = s.store.GetSettingOf(L"orvella_reader", L"agent", L"rolestring", L"");
     s.form.DoEvents();
     MakeTopmost();
@@ -83,10 +85,50 @@ void Main::hotkeytimer_Timer()
     agent::Ignore(shared.character->Speak(std::exchange(shared.PendingSpeech, {})));
 }
 
+void Main::LocaliseMain()
+{
+    MainForm& form = services_.form;
+    const settings::StringTable& strings = services_.strings;
+    form.SetTitle(strings.Text(settings::strings::kMainTitle));
+    form.SetTrayTip(strings.Text(settings::strings::kTrayTipShown));
+    for (std::size_t number = 1; number <= std::size(kToolbarKeys); ++number)
+        form.SetButtonToolTip(number, strings.Text(settings::strings::kToolTipBase + 2 * static_cast<int>(number)));
+    for (const MenuEntry entry : kMenuEntries) {
+        const std::int32_t number = settings::ToInt32(form.MenuCaption(entry));
+        if (number != 0)
+            form.SetMenuCaption(entry, strings.Text(number));
+    }
+}
+
+void Main::mnu_toolbar_Click()
+{
+    MainForm& form = services_.form;
+    // True is -1: the texts describe the next toggle, and their numbers lie one apart.
+    const int v = form.Visible() ? -1 : 0;
+    form.SetMenuCaption(MenuEntry::mnu_toolbar, services_.strings.Text(settings::strings::kMenuHideToolbar + v));
+    form.SetTrayTip(services_.strings.Text(settings::strings::kTrayTipShown + v));
+    form.SetVisible(v == 0);
+}
+
+void Main::SysTray_MouseUp(int button)
+{
+    constexpr int kRightButton = 2;
+    if (button == kRightButton)
+        services_.form.PopupTrayMenu();
+}
+
 void Main::tbrMenu_ButtonClick(std::string_view key)
 {
-    if (key == "stopspeaking" && services_.shared.character)
+    if (key == "speakselected")
+        services_.rooms.SpeakSelected();
+    else if (key == "speakall")
+        services_.rooms.ReadSelected();
+    else if (key == "stopspeaking")
         agent::Ignore(services_.shared.character->StopAll());
+    else if (key == "openfile")
+        services_.rooms.OpenInTextReader();
+    else if (key == "options")
+        services_.rooms.ShowOptions();
 }
 
 void Main::Form_LinkExecute(std::wstring_view command)

@@ -61,6 +61,15 @@ public:
     void Timer2_Timer();      // screen reading, 100 ms
     void hotkeytimer_Timer(); // speech flush, 100 ms
 
+    // Title, tray tip, tool tips and menu captions from the string table.
+    void LocaliseMain();
+    // Shows or hides the toolbar.
+    void mnu_toolbar_Click();
+    void mnu_showOptions_Click() { services_.rooms.ShowOptions(); }
+    // A mouse event on the tray icon that names its button; and a click that does not.
+    void SysTray_MouseUp(int button);
+    void SysTray_Click() { mnu_toolbar_Click(); }
+
     // The toolbar's button with this key; other keys do nothing.
     void tbrMenu_ButtonClick(std::string_view key);
 

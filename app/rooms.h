@@ -10,13 +10,12 @@ class Rooms {
 public:
     virtual ~Rooms() = default;
 
-    // Tray, toolbar and menu.
-    virtual void LocaliseMain() {}
-
     // Hot keys and selection.
     virtual void LoadHotKeys() {}
     virtual void UpdateTargetWindow() {}
     virtual void PollHotKeys() {}
+    virtual void SpeakSelected() {}
+    virtual void ReadSelected() {}
 
     // Screen reading.
     virtual void ReadScreen() {}
@@ -31,6 +30,8 @@ public:
         (void)text;
         return false;
     }
+    // Shows the window with no text and asks for a file.
+    virtual void OpenInTextReader() {}
     virtual void UnloadTextReader() {}
     virtual bool closeTheWindow() const { return false; }
     virtual void TextReaderBookmark(std::int32_t number) { (void)number; }

@@ -10,19 +10,19 @@ constexpr int kIconSize = 24; // device-independent pixels
 
 } // namespace
 
-Toolbar::Toolbar(wxWindow* parent, const std::wstring& iconFolder, std::function<void(std::string_view)> ButtonClick)
+Toolbar::Toolbar(wxWindow* parent, const std::vector<ToolbarButtonDesign>& designs, const std::wstring& iconFolder,
+                 std::function<void(std::string_view)> ButtonClick)
     : wxPanel(parent)
 {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    for (std::size_t i = 0; i < kToolbarButtons.size(); ++i) {
-        const ToolbarButtonDesign& design = kToolbarButtons[i];
+    for (const ToolbarButtonDesign& design : designs) {
         const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
             wxString(iconFolder) + wxFILE_SEP_PATH + design.icon, wxSize(kIconSize, kIconSize));
         auto* button = new wxBitmapButton(this, wxID_ANY, icon, wxDefaultPosition, wxDefaultSize,
                                           wxBU_AUTODRAW | wxBORDER_NONE);
         button->Bind(wxEVT_BUTTON, [ButtonClick, key = design.key](wxCommandEvent&) { ButtonClick(key); });
-        buttons_[i] = button;
-        SetToolTipText(i, design.toolTip);
+        buttons_.push_back(button);
+        SetToolTipText(buttons_.size() - 1, design.toolTip);
         row->Add(button, wxSizerFlags().Border(wxALL, FromDIP(2)));
     }
     SetSizerAndFit(row);
@@ -47,14 +47,6 @@ void Toolbar::SetToolTipText(std::size_t index, const wxString& text)
     buttons_[index]->SetToolTip(text);
     buttons_[index]->SetLabel(text);
     buttons_[index]->SetName(text);
-}
-
-void Toolbar::EnableButton(std::string_view key, bool enabled)
-{
-    for (std::size_t i = 0; i < kToolbarButtons.size(); ++i) {
-        if (kToolbarButtons[i].key == key)
-            buttons_[i]->Enable(enabled);
-    }
 }
 
 } // namespace voxtrel::app

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -66,11 +67,34 @@ public:
 
     platform::NativeWindow hWnd() const override { return 4711; }
     void LocaliseForm(const settings::StringTable&) override { log_.Add(L"LocaliseForm"); }
+    void SetTitle(std::wstring_view text) override
+    {
+        log_.Add(L"SetTitle");
+        title = text;
+    }
+    void SetButtonToolTip(std::size_t number, std::wstring_view text) override { toolTips[number] = text; }
+    std::wstring MenuCaption(MenuEntry entry) const override { return captions.at(entry); }
+    void SetMenuCaption(MenuEntry entry, std::wstring_view caption) override { captions[entry] = caption; }
     void SetInTray(bool shown) override { log_.Add(shown ? L"InTray True" : L"InTray False"); }
+    void SetTrayTip(std::wstring_view tip) override { trayTip = tip; }
+    void PopupTrayMenu() override { log_.Add(L"PopupTrayMenu"); }
     void SetHelpFile(std::wstring_view path) override { log_.Add(L"HelpFile " + std::wstring(path)); }
-    void Show() override { log_.Add(L"ShowForm"); }
+    bool Visible() const override { return visible; }
+    void SetVisible(bool now) override
+    {
+        visible = now;
+        log_.Add(now ? L"SetVisible True" : L"SetVisible False");
+    }
     void DoEvents() override { log_.Add(L"DoEvents"); }
     void End() override { log_.Add(L"End"); }
+
+    std::wstring title;
+    std::wstring trayTip;
+    std::map<std::size_t, std::wstring> toolTips;
+    std::map<MenuEntry, std::wstring> captions{{MenuEntry::mnu_root, L"ROOT"},
+                                               {MenuEntry::mnu_showOptions, L"1101:designed"},
+                                               {MenuEntry::mnu_toolbar, L"1103:designed"}};
+    bool visible = false;
 
 private:
     CallLog& log_;
@@ -80,10 +104,12 @@ class FakeRooms final : public Rooms {
 public:
     explicit FakeRooms(CallLog& log) : log_(log) {}
 
-    void LocaliseMain() override { log_.Add(L"LocaliseMain"); }
     void LoadHotKeys() override { log_.Add(L"LoadHotKeys"); }
     void UpdateTargetWindow() override { log_.Add(L"UpdateTargetWindow"); }
     void PollHotKeys() override { log_.Add(L"PollHotKeys"); }
+    void SpeakSelected() override { log_.Add(L"SpeakSelected"); }
+    void ReadSelected() override { log_.Add(L"ReadSelected"); }
+    void OpenInTextReader() override { log_.Add(L"OpenInTextReader"); }
     void ReadScreen() override { log_.Add(L"ReadScreen"); }
     void ShowOptions() override { log_.Add(L"ShowOptions"); }
     void UnloadOptions() override { log_.Add(L"UnloadOptions"); }
@@ -106,6 +132,25 @@ const std::wstring kTopmostCall = L"SetWindowPos 4711 topmost 0 0 0 0 83";
 
 class MainTest : public testing::Test {
 protected:
+    void SetUp() override
+    {
+        const std::pair<int, const wchar_t*> texts[] = {
+            {1000, L"Voxtrel"},
+            {1002, L"Start speech"},
+            {1004, L"Open TextReader"},
+            {1006, L"Stop speech"},
+            {1008, L"Open text"},
+            {1010, L"Open Speech Properties Panel"},
+            {1011, L"Show Voxtrel Toolbar"},
+            {1012, L"Hide Voxtrel Toolbar"},
+            {1101, L"Show &Speech Options"},
+            {1102, L"Show &Toolbar"},
+            {1103, L"Hide &Toolbar"},
+        };
+        for (const auto& [number, text] : texts)
+            strings.Set(number, text);
+    }
+
     // The program as it runs, without anything in the log.
     void Run()
     {
@@ -158,7 +203,7 @@ TEST_F(MainTest, FirstStartRunsItsStepsInOrder)
     const std::vector<std::wstring> expected{
         L"InTray True",
         L"LocaliseForm",
-        L"LocaliseMain",
+        L"SetTitle",
         L"SeedVoiceTable",
         L"AnotherIsRunning",
         L"Write Voxtrel/Startup/hWnd",
@@ -167,7 +212,7 @@ TEST_F(MainTest, FirstStartRunsItsStepsInOrder)
         L"Read Orvella/Agent/FavouriteAgent",
         L"Load Genie " + folder.CharacterFile(L"Genie"),
         L"Show",
-        L"ShowForm",
+        L"SetVisible True",
         L"Read orvella_reader/agent/rolestring",
         L"DoEvents",
         kTopmostCall,
@@ -184,7 +229,7 @@ TEST_F(MainTest, SecondStartRestoresTheFirstWindowAndEnds)
     Main second{{store, strings, shared, folder, control, desktop, messages, access, instances, form, rooms, trace}};
     EXPECT_EQ(second.Form_Load(), Main::StartUp::SecondInstance);
     const std::vector<std::wstring> expected{
-        L"InTray True",      L"LocaliseForm",     L"LocaliseMain",
+        L"InTray True",      L"LocaliseForm",     L"SetTitle",
         L"AnotherIsRunning", L"Read Voxtrel/Startup/hWnd", L"ShowWindow 4711 9",
     };
     EXPECT_EQ(log.Calls(), expected);
@@ -317,14 +362,60 @@ TEST_F(MainTest, ClickOnTheCharacterRaisesTheToolbarAndDoubleClickDoesNothing)
     EXPECT_EQ(log.Calls(), (std::vector<std::wstring>{kTopmostCall}));
 }
 
-TEST_F(MainTest, StopButtonSilencesAndLeavesTheQueue)
+TEST_F(MainTest, StopButtonLeavesTheQueue)
 {
     Run();
     shared.PendingSpeech = L"waiting";
     main.tbrMenu_ButtonClick("stopspeaking");
-    main.tbrMenu_ButtonClick("no such key");
-    EXPECT_EQ(log.Calls(), (std::vector<std::wstring>{L"StopAll"}));
     EXPECT_EQ(shared.PendingSpeech, L"waiting");
+}
+
+TEST_F(MainTest, ToolbarButtonsReachTheirActions)
+{
+    Run();
+    for (const std::string_view key : kToolbarKeys)
+        main.tbrMenu_ButtonClick(key);
+    main.tbrMenu_ButtonClick("no such key");
+    EXPECT_EQ(log.Calls(), (std::vector<std::wstring>{L"SpeakSelected", L"ReadSelected", L"StopAll",
+                                                      L"OpenInTextReader", L"ShowOptions"}));
+}
+
+TEST_F(MainTest, AfterStartUpTheTextsAreThoseOfTheTable)
+{
+    Run();
+    EXPECT_EQ(form.title, L"Voxtrel");
+    EXPECT_EQ(form.trayTip, L"Hide Voxtrel Toolbar");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_showOptions], L"Show &Speech Options");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Hide &Toolbar");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_root], L"ROOT");
+    EXPECT_EQ(form.toolTips, (std::map<std::size_t, std::wstring>{{1, L"Start speech"},
+                                                                  {2, L"Open TextReader"},
+                                                                  {3, L"Stop speech"},
+                                                                  {4, L"Open text"},
+                                                                  {5, L"Open Speech Properties Panel"}}));
+}
+
+TEST_F(MainTest, ToggleHidesTheToolbarAndDescribesTheNextToggle)
+{
+    Run();
+    main.mnu_toolbar_Click();
+    EXPECT_FALSE(form.visible);
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Show &Toolbar");
+    EXPECT_EQ(form.trayTip, L"Show Voxtrel Toolbar");
+    main.SysTray_Click();
+    EXPECT_TRUE(form.visible);
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Hide &Toolbar");
+    EXPECT_EQ(form.trayTip, L"Hide Voxtrel Toolbar");
+}
+
+TEST_F(MainTest, OnlyTheRightButtonOpensTheTrayMenu)
+{
+    Run();
+    main.SysTray_MouseUp(1);
+    main.SysTray_MouseUp(4);
+    EXPECT_TRUE(log.Calls().empty());
+    main.SysTray_MouseUp(2);
+    EXPECT_EQ(log.Calls(), (std::vector<std::wstring>{L"PopupTrayMenu"}));
 }
 
 TEST(Trace, WritesOneJsonObjectALine)
