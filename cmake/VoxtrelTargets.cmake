@@ -30,23 +30,28 @@ endif()
 # Headers that a library without windows must not see. Each name becomes a header that stops the build; the
 # folder stands first on the include path of such a library.
 set(_forbidden_dir ${CMAKE_BINARY_DIR}/forbidden-headers)
-foreach(_header IN ITEMS windows.h winuser.h wx/wx.h wx/string.h wx/window.h wx/app.h wx/defs.h X11/Xlib.h
-                         gtk/gtk.h gdk/gdk.h glib.h atspi/atspi.h unistd.h fcntl.h sys/socket.h sys/file.h)
-  file(CONFIGURE OUTPUT ${_forbidden_dir}/${_header}
-       CONTENT "#error \"<${_header}> is a header of the system or of wx: this library must not see it\"\n")
+foreach(_header IN ITEMS windows.h winuser.h winsock2.h objbase.h ole2.h oleacc.h wx/wx.h wx/string.h wx/window.h
+                         wx/app.h wx/defs.h X11/Xlib.h xcb/xcb.h gtk/gtk.h gdk/gdk.h glib.h atspi/atspi.h
+                         unistd.h fcntl.h dlfcn.h sys/socket.h sys/file.h sys/stat.h)
+  set(_stop "#error \"<${_header}> is a header of the system or of wx: this library must not see it\"\n")
+  if(_header STREQUAL "unistd.h" AND NOT WIN32)
+    # The C++ library includes this one itself, once, for its atomics.
+    set(_stop "#pragma GCC system_header
+#if defined(_GLIBCXX_ATOMIC_WAIT_H) && !defined(VOXTREL_UNISTD_INCLUDED)
+#define VOXTREL_UNISTD_INCLUDED
+#include_next <unistd.h>
+#else
+${_stop}#endif
+")
+  endif()
+  file(CONFIGURE OUTPUT ${_forbidden_dir}/${_header} CONTENT "${_stop}")
 endforeach()
-if(WIN32)
-  # The C++ library of the cross compiler itself includes this one.
-  file(REMOVE ${_forbidden_dir}/unistd.h ${_forbidden_dir}/fcntl.h)
-else()
-  file(REMOVE ${_forbidden_dir}/unistd.h)
-endif()
 
 # A library of plain C++: no wx, no system headers.
 function(voxtrel_pure_library name)
   add_library(${name} STATIC ${ARGN})
   target_link_libraries(${name} PUBLIC voxtrel_warnings)
-  target_include_directories(${name} BEFORE PRIVATE ${CMAKE_BINARY_DIR}/forbidden-headers)
+  target_include_directories(${name} BEFORE PRIVATE ${_forbidden_dir})
 endfunction()
 
 # A library that may use wx or the system.
