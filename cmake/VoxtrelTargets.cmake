@@ -11,12 +11,16 @@ if(WIN32)
   set(VOXTREL_PROGRAM_DIR ${CMAKE_BINARY_DIR}/voxtrel)
   add_compile_definitions(UNICODE _UNICODE)
   add_link_options(-static -static-libgcc -static-libstdc++)
+  enable_language(RC)
+  set(VOXTREL_WINDOWS_RESOURCES ${CMAKE_BINARY_DIR}/voxtrel.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/voxtrel.rc.in ${VOXTREL_WINDOWS_RESOURCES} @ONLY)
 else()
   set(VOXTREL_PROGRAM_DIR ${CMAKE_BINARY_DIR})
 endif()
 
 add_library(voxtrel_warnings INTERFACE)
-target_compile_options(voxtrel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+target_compile_options(voxtrel_warnings INTERFACE
+  $<$<COMPILE_LANGUAGE:C,CXX>:-Wall;-Wextra;-Wpedantic;-Wshadow> $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>)
 target_include_directories(voxtrel_warnings INTERFACE ${CMAKE_SOURCE_DIR})
 if(VOXTREL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
@@ -66,6 +70,16 @@ function(voxtrel_program name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${VOXTREL_PROGRAM_DIR})
 endfunction()
 
+# A program with windows: Windows gives it no console, and finds icon, manifest and version in it.
+function(voxtrel_windowed_program name)
+  voxtrel_program(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE voxtrel_wx)
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
+    target_sources(${name} PRIVATE ${VOXTREL_WINDOWS_RESOURCES})
+  endif()
+endfunction()
+
 # A test program; every test in it becomes a ctest of its own.
 function(voxtrel_test name)
   add_executable(${name} ${ARGN})
@@ -74,9 +88,28 @@ function(voxtrel_test name)
   if(WIN32)
     # One wine process a test would take minutes: the whole program is one ctest.
     add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
   else()
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
   endif()
+endfunction()
+
+# A test program for windows: a wx application that runs the tests from within, as one ctest, on a display of its
+# own.
+function(voxtrel_window_test name)
+  add_executable(${name} ${CMAKE_SOURCE_DIR}/tests/windows/window_test_main.cpp ${ARGN})
+  target_link_libraries(${name} PRIVATE voxtrel_warnings voxtrel_wx GTest::gtest)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  if(WIN32)
+    target_sources(${name} PRIVATE ${VOXTREL_WINDOWS_RESOURCES})
+    # The windows of one Wine home share one desktop, which stays on the display where it was opened.
+    add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tests/with-display ${CMAKE_SOURCE_DIR}/packaging/windows/wine
+                                  --close ${CMAKE_BINARY_DIR}/wine-windows $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine-windows)
+  else()
+    add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tests/with-display $<TARGET_FILE:${name}>)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS window)
 endfunction()
 
 function(voxtrel_bench name)
@@ -85,15 +118,22 @@ function(voxtrel_bench name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
 endfunction()
 
+# Goal of the fuzz preset.
+if(VOXTREL_FUZZ)
+  add_custom_target(fuzzers)
+endif()
+
 # A libFuzzer program from FILE with LLVMFuzzerTestOneInput; without the fuzz preset the same file is linked
 # to a small main that runs the regression inputs, as an ordinary test.
 function(voxtrel_fuzz name source)
   if(VOXTREL_FUZZ)
     add_executable(${name} ${source})
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(fuzzers ${name})
   else()
     add_executable(${name} ${source} ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
     add_test(NAME ${name} COMMAND ${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
   endif()
   target_link_libraries(${name} PRIVATE voxtrel_warnings ${ARGN})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/fuzz)

@@ -84,3 +84,25 @@ build_jobs() {
   fi
   printf '%s\n' "$cores"
 }
+
+# build_preset PRESET OPTION...: configures and builds it; -D options go to the configuration, others to the build.
+build_preset() {
+  local preset=$1 option configure=() build=()
+  shift
+  for option in "$@"; do
+    case $option in
+      -D*) configure+=("$option") ;;
+      *) build+=("$option") ;;
+    esac
+  done
+  local root
+  root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+  mkdir -p "$root/build"
+  say "building ($preset)"
+  (
+    cd "$root"
+    : >"build/configure-$preset.log"
+    quietly "build/configure-$preset.log" cmake --preset "$preset" ${configure[@]+"${configure[@]}"}
+    cmake --build --preset "$preset" -j "$(build_jobs)" ${build[@]+"${build[@]}"} >&2 </dev/null
+  ) || exit 1
+}
