@@ -1,5 +1,7 @@
 #include "app/tray_icon.h"
 
+#include <wx/bmpbndl.h>
+
 #include <utility>
 
 namespace voxtrel::app {
