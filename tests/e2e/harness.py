@@ -1,5 +1,5 @@
-"""Drives the real program as a user would: a private X display with a window manager, a home folder of its own,
-and the program's trace to wait on. Natively by default; through Wine when VOXTREL_E2E_PROGRAM names an .exe."""
+"""Drives the real program as a user would, on the display that tests/with-display gives, with a home folder of its
+own and the program's trace to wait on. Through Wine when VOXTREL_E2E_PROGRAM names an .exe."""
 
 import json
 import os
@@ -33,21 +33,10 @@ def wait_for(condition, what, seconds=PATIENCE):
 
 
 class Display:
-    """An X server of its own with a window manager and, for what needs it, a session bus."""
+    """The display that the test was given, as a person and as the window manager see it."""
 
-    def __init__(self, size="1280x800x24"):
-        read_end, write_end = os.pipe()
-        self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp"],
-            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        with os.fdopen(read_end) as pipe:
-            self.name = ":" + pipe.readline().strip()
-        self.environment = dict(os.environ, DISPLAY=self.name, GDK_BACKEND="x11", NO_AT_BRIDGE="1")
-        self.environment.pop("WAYLAND_DISPLAY", None)
-        self._manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
-                                         stderr=subprocess.DEVNULL)
-        wait_for(lambda: b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+    def __init__(self):
+        self.environment = dict(os.environ)
 
     def run(self, *command):
         return subprocess.run(command, env=self.environment, capture_output=True).stdout
@@ -69,11 +58,6 @@ class Display:
     def screenshot(self, path):
         self.run("import", "-window", "root", path)
 
-    def close(self):
-        for process in (self._manager, self._server):
-            process.terminate()
-            process.wait()
-
 
 class Home:
     """A user's home folder, with the program's settings in it."""
@@ -87,7 +71,7 @@ class Home:
         environment = dict(base, HOME=self.folder, XDG_CONFIG_HOME=os.path.join(self.folder, "config"),
                            XDG_RUNTIME_DIR=self.runtime)
         if WINDOWS:
-            environment.update(HOME=os.environ["HOME"], WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=")
+            environment["HOME"] = os.environ["HOME"]
         return environment
 
     @property
@@ -151,7 +135,11 @@ class Voxtrel:
 
 
 def command(*arguments):
-    return (["wine", PROGRAM] if WINDOWS else [PROGRAM]) + list(arguments)
+    return (wine(PROGRAM) if WINDOWS else [PROGRAM]) + list(arguments)
+
+
+def wine(*arguments):
+    return [os.path.join(REPOSITORY, "packaging", "windows", "wine"), os.environ["VOXTREL_WINE_HOME"], *arguments]
 
 
 def sound_level(path):
@@ -163,11 +151,10 @@ def sound_level(path):
 
 
 class Scenario(unittest.TestCase):
-    """A test with a display and a home of its own; what it starts is gone afterwards."""
+    """A test with a home of its own; what it starts is gone afterwards."""
 
     def setUp(self):
         self.display = Display()
-        self.addCleanup(self.display.close)
         self.home = Home()
         self.addCleanup(self.home.remove)
 
