@@ -14,8 +14,8 @@ public:
 
     const std::wstring& Path() const { return path_; }
 
-    // The file of the character with this name, whatever the capitals of name and file. Without such a file: the
-    // path where it would be.
+    // The file of the character with this name, whatever the capitals of name and file. Without such a file:
+    // the path where it would be.
     std::wstring CharacterFile(std::wstring_view name) const;
 
     // The names of all characters, without extension, in alphabetical order.
