@@ -1,7 +1,8 @@
 #include "app/voxtrel_app.h"
 
+#include "agent/speech/speech_factory.h"
 #include "agent/stage/embedded_control.h"
-#include "agent/view/wx_stage_view.h"
+#include "agent/view/make_stage_view.h"
 #include "app/headless.h"
 #include "app/main.h"
 #include "app/main_frame.h"
@@ -10,6 +11,7 @@
 #include "platform/console.h"
 #include "platform/no_accessibility.h"
 #include "platform/settings_backend.h"
+#include "settings/file_path.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
 #include "settings/shared_settings.h"
@@ -100,6 +102,24 @@ void VoxtrelApp::SetCommandLine(CommandLine commandLine) { TheCommandLine() = st
 
 VoxtrelApp::VoxtrelApp() = default;
 VoxtrelApp::~VoxtrelApp() = default;
+
+// The character server with everything behind it. What it does goes to the trace; what is heard can be kept too, for
+// tests and bug reports.
+std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
+{
+    agent::speech::SpeechEngineOptions speech;
+    wxString record;
+    if (wxGetEnv("VOXTREL_RECORD", &record))
+        speech.record = settings::ToPath(record.ToStdWstring());
+    agent::stage::StageOptions stage;
+    if (house_->trace.IsOpen()) {
+        stage.trace = [&trace = house_->trace](const agent::stage::TraceEvent& event) {
+            trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
+        };
+    }
+    return agent::stage::MakeEmbeddedControl(agent::speech::MakeSpeechEngine(std::move(speech)),
+                                             agent::view::MakeStageView({}), stage);
+}
 
 bool VoxtrelApp::OnInit()
 {

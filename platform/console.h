@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,7 @@ void WriteError(std::wstring_view text);
 // All of the standard input, as bytes.
 std::string ReadStandardInput();
 
-// The standard output as a binary stream for sound.
-void WriteOutputBytes(const void* bytes, std::size_t size);
+// The standard output as a stream of bytes, for sound.
+std::ostream& BinaryOutput();
 
 } // namespace voxtrel::platform

@@ -3,7 +3,6 @@
 #include "settings/file_path.h"
 #include "settings/text_case.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -27,23 +26,16 @@ std::wstring ExecutableFolder()
 
 void WriteOutput(std::wstring_view text)
 {
-    const std::string utf8 = settings::ToUtf8(text);
-    WriteOutputBytes(utf8.data(), utf8.size());
+    std::cout << settings::ToUtf8(text) << std::flush;
 }
 
 void WriteError(std::wstring_view text)
 {
-    const std::string utf8 = settings::ToUtf8(text);
-    std::fwrite(utf8.data(), 1, utf8.size(), stderr);
-    std::fflush(stderr);
+    std::cerr << settings::ToUtf8(text) << std::flush;
 }
 
 std::string ReadStandardInput() { return {std::istreambuf_iterator<char>(std::cin), {}}; }
 
-void WriteOutputBytes(const void* bytes, std::size_t size)
-{
-    std::fwrite(bytes, 1, size, stdout);
-    std::fflush(stdout);
-}
+std::ostream& BinaryOutput() { return std::cout; }
 
 } // namespace voxtrel::platform

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <io.h>
+#include <iostream>
 #include <shellapi.h>
 
 namespace voxtrel::platform {
@@ -88,9 +89,10 @@ std::string ReadStandardInput()
     return all;
 }
 
-void WriteOutputBytes(const void* bytes, std::size_t size)
+std::ostream& BinaryOutput()
 {
-    WriteBytes(StandardHandle(STD_OUTPUT_HANDLE), bytes, size);
+    _setmode(_fileno(stdout), _O_BINARY);
+    return std::cout;
 }
 
 } // namespace voxtrel::platform
