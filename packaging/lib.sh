@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Helpers of the repository's shell commands: sourced, never run.
 
 # say TEXT...: what is being done, on standard error.
@@ -24,7 +25,8 @@ quietly() {
 # missing_packages NAME...: those of the Debian packages that are not installed.
 missing_packages() {
   local installed name
-  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p')
+  # Its status is of no use: it is a failure as soon as one package is unknown.
+  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p') || true
   for name in "$@"; do
     grep -qxF -- "$name" <<<"$installed" || printf '%s\n' "$name"
   done
@@ -65,8 +67,7 @@ native_packages=(
 )
 # A display, sound and eyes of one's own, for tests and demonstrations.
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils imagemagick sox)
-test_packages=(libgtest-dev libgmock-dev "${display_packages[@]}")
-bench_packages=(libbenchmark-dev)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library.
 windows_packages=(
   build-essential ccache cmake ninja-build pkg-config dpkg-dev
