@@ -160,7 +160,7 @@ bool MainFrame::Visible() const { return IsShown(); }
 
 void MainFrame::SetVisible(bool visible) { Show(visible); }
 
-void MainFrame::DoEvents() { wxTheApp->SafeYield(nullptr, false); }
+void MainFrame::DoEvents() { wxTheApp->Yield(true); }
 
 void MainFrame::End()
 {

@@ -82,6 +82,16 @@ struct VoxtrelApp::House {
     {
     }
 
+    // The windows go while what they show is still there.
+    ~House()
+    {
+        commands.reset();
+        frame->Attach(nullptr);
+        agent1.reset();
+        main.reset();
+        frame->Destroy();
+    }
+
     settings::ProgramFolder folder;
     settings::StringTable strings;
     std::unique_ptr<settings::SettingsBackend> backend;
@@ -166,10 +176,12 @@ bool VoxtrelApp::OpenHouse()
         house.access, *instances_, *house.frame, house.rooms, house.trace});
     switch (house.main->Form_Load()) {
     case Main::StartUp::SecondInstance:
+        house_.reset();
         return false;
     case Main::StartUp::NoCharacter:
         house.messages.ShowExclamation(house.main->StartUpError());
         TheExitCode() = kExitFailure;
+        house_.reset();
         return false;
     case Main::StartUp::Running:
         break;
