@@ -68,6 +68,7 @@ function(voxtrel_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE voxtrel_warnings)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${VOXTREL_PROGRAM_DIR})
+  set_property(GLOBAL APPEND PROPERTY VOXTREL_PROGRAMS ${name})
 endfunction()
 
 # A program with windows: Windows gives it no console, and finds icon, manifest and version in it.
