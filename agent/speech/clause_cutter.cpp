@@ -41,6 +41,15 @@ bool EndsInsideWord(wchar_t c)
     return last >= 0x80 || IsAsciiLetter(last) || IsAsciiDigit(last) || last == U'\'';
 }
 
+// Where the text without the white space around it begins and ends; all white space is at its beginning.
+std::pair<std::size_t, std::size_t> Trimmed(std::wstring_view text)
+{
+    const auto isSpace = [](wchar_t c) { return IsWhiteSpace(static_cast<char32_t>(c)); };
+    const auto begin = std::find_if_not(text.begin(), text.end(), isSpace);
+    const auto end = std::find_if_not(text.rbegin(), std::make_reverse_iterator(begin), isSpace).base();
+    return {begin - text.begin(), begin == text.end() ? text.size() : end - text.begin()};
+}
+
 bool IsControl(char32_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
 
 } // namespace
@@ -169,6 +178,11 @@ void ClauseCutter::EndMap(const MarkupToken& token)
 {
     if (!mapShown_ || mapBalloon_.data() != token.text.data())
         ShowMapped(token.text);
+    const std::wstring shown = MappedBalloonText(token.text);
+    for (auto at = shown.begin() + static_cast<std::ptrdiff_t>(Trimmed(shown).second); at != shown.end(); ++at) {
+        EndRun();
+        ShowSpace(*at);
+    }
     inMap_ = false;
     seam_ = true;
 }
@@ -253,16 +267,11 @@ void ClauseCutter::ShowMapped(std::wstring_view balloon)
 {
     mapShown_ = true;
     const std::wstring shown = MappedBalloonText(balloon);
-    const auto begin = std::find_if_not(shown.begin(), shown.end(), [](wchar_t c) { return IsWhiteSpace(c); });
-    const auto end = std::find_if_not(shown.rbegin(), std::make_reverse_iterator(begin), [](wchar_t c) {
-                         return IsWhiteSpace(c);
-                     }).base();
-    for (auto at = shown.begin(); at != begin; ++at)
-        ShowSpace(*at);
-    for (auto at = begin; at != end; ++at)
-        ShowCharacter({&*at, 1});
-    for (auto at = end; at != shown.end(); ++at)
-        ShowSpace(*at);
+    const auto [begin, end] = Trimmed(shown);
+    for (std::size_t i = 0; i < begin; ++i)
+        ShowSpace(shown[i]);
+    for (std::size_t i = begin; i < end; ++i)
+        ShowCharacter({&shown[i], 1});
 }
 
 void ClauseCutter::ShowCharacter(std::wstring_view character)

@@ -43,6 +43,14 @@ constexpr Respelling kAddressWords[] = {
     {"Apt", "apartment"}, {"Ste", "suite"}, {"Hwy", "highway"}, {"Pkwy", "parkway"}, {"Sq", "square"},
 };
 
+constexpr std::string_view kSmallNumbers[] = {
+    "zero",    "one",     "two",       "three",    "four",     "five",    "six",
+    "seven",   "eight",   "nine",      "ten",      "eleven",   "twelve",  "thirteen",
+    "fourteen", "fifteen", "sixteen",  "seventeen", "eighteen", "nineteen",
+};
+constexpr std::string_view kTens[] = {"",      "",      "twenty",  "thirty", "forty",
+                                      "fifty", "sixty", "seventy", "eighty", "ninety"};
+
 // After these a full stop is no end of a sentence.
 constexpr std::string_view kAbbreviations[] = {
     "mr", "mrs", "ms", "dr", "st", "prof", "jr", "sr", "vs", "e.g", "i.e", "rev", "gen", "col", "capt", "lt",
@@ -135,6 +143,7 @@ private:
 
     void ReadFigure();
     void ReadTime();
+    void AddNumber(int number); // 0..99
     bool ReadChain(char link, std::size_t from);
     void ReadWord();
     void ReadWordAndFigures(std::size_t end);
@@ -178,13 +187,24 @@ void RunReader::ReadFigure()
 
 void RunReader::ReadTime()
 {
-    Add(Take(text_.find(':', at_)));
-    const std::string minutes = text_.substr(at_ + 1, 2);
+    const int hours = std::stoi(Take(text_.find(':', at_)));
+    const int minutes = std::stoi(text_.substr(at_ + 1, 2));
     at_ += 3;
-    if (minutes[0] != '0')
-        Add(minutes);
-    else if (minutes[1] != '0')
-        AddWords(std::string("oh ") + minutes[1]);
+    // In words, since the synthesizer reads figures after a word such as "at" digit by digit.
+    AddNumber(hours);
+    if (minutes > 0 && minutes < 10)
+        Add("oh");
+    if (minutes > 0)
+        AddNumber(minutes);
+}
+
+void RunReader::AddNumber(int number)
+{
+    if (number < 20)
+        return Add(std::string(kSmallNumbers[static_cast<std::size_t>(number)]));
+    Add(std::string(kTens[static_cast<std::size_t>(number / 10)]));
+    if (number % 10 > 0)
+        Add(std::string(kSmallNumbers[static_cast<std::size_t>(number % 10)]));
 }
 
 // Figures with the same sign between them: a range, a telephone number, a fraction, a date, a version.
