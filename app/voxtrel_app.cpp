@@ -11,6 +11,7 @@
 #include "platform/console.h"
 #include "platform/no_accessibility.h"
 #include "platform/settings_backend.h"
+#include "platform/sound_drivers.h"
 #include "settings/file_path.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
@@ -116,6 +117,7 @@ VoxtrelApp::~VoxtrelApp() = default;
 // tests and bug reports.
 std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
 {
+    platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))
