@@ -43,8 +43,8 @@ struct FormModel {
 };
 
 // Puts the texts of the table in place. A number is the leading numeric value of a tag or of the text itself
-// ("1101:Show &Speech Options"); what has none, or one without a text, stays as it was designed. With text 20 the
-// window and every control get that font, in the size of text 21.
+// ("1101:Show &Speech Options"); what has none, or one without a text, stays as it was designed. With text 20
+// the window and every control get that font, in the size of text 21.
 void LocaliseForm(FormModel& form, const StringTable& table);
 
 } // namespace voxtrel::settings

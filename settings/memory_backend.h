@@ -6,7 +6,7 @@
 namespace voxtrel::settings {
 
 // Settings that end with the program.
-class MemoryBackend final : public SettingsBackend {
+class MemoryBackend : public SettingsBackend {
 public:
     std::optional<std::wstring> Read(std::wstring_view application, std::wstring_view section,
                                      std::wstring_view key) override;

@@ -16,8 +16,8 @@ namespace {
 bool IsSkipped(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n'; }
 bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
-// The text as a row of ASCII characters without what is skipped; '\0' stands for the end and for anything that no
-// number holds.
+// The text as a row of ASCII characters without what is skipped; '\0' stands for the end and for anything
+// that no number holds.
 class NumberReader {
 public:
     explicit NumberReader(std::wstring_view text) : text_(text) { SkipBlanks(); }

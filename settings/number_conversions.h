@@ -5,14 +5,15 @@
 #include <string>
 #include <string_view>
 
-// Settings are texts. These are the ways from a text to a number or a flag and back; none fails, and none depends
-// on the user's locale.
+// Settings are texts. These are the ways from a text to a number or a flag and back; none fails, and none
+// depends on the user's locale.
 namespace voxtrel::settings {
 
-// The leading numeric value of a text, 0 when it does not begin with a number. Blanks, tabs and line feeds are
-// skipped wherever they stand; then a sign, digits with at most one point, and an exponent after E or D count.
-// &H and &O begin a hexadecimal or octal number: up to &HFFFF the bits of a signed 16-bit number (unless an & closes
-// it), up to &HFFFFFFFF those of a signed 32-bit number. What is beyond a double is the largest double.
+// The leading numeric value of a text, 0 when it does not begin with a number. Blanks, tabs and line feeds
+// are skipped wherever they stand; then a sign, digits with at most one point, and an exponent after E or D
+// count. &H and &O begin a hexadecimal or octal number: up to &HFFFF the bits of a signed 16-bit number
+// (unless an & closes it), up to &HFFFFFFFF those of a signed 32-bit number. What is beyond a double is the
+// largest double.
 double Val(std::wstring_view text);
 
 // The same, as a whole number: halves go to the even neighbour, what is out of range to the nearest limit.

@@ -1,5 +1,6 @@
 #include "settings/program_folder.h"
 
+#include "settings/file_path.h"
 #include "settings/text_case.h"
 
 #include <algorithm>
@@ -13,19 +14,6 @@ namespace {
 constexpr wchar_t kSeparator = std::filesystem::path::preferred_separator;
 constexpr std::wstring_view kCharacterExtension = L".acs";
 constexpr std::wstring_view kAccServerName = kSeparator == L'\\' ? L"ovaccserver.exe" : L"ovaccserver";
-
-// By way of UTF-8: a wide path is converted by the locale on some systems.
-std::filesystem::path ToPath(std::wstring_view text)
-{
-    const std::string bytes = ToUtf8(text);
-    return {std::u8string(bytes.begin(), bytes.end())};
-}
-
-std::wstring FromPath(const std::filesystem::path& path)
-{
-    const std::u8string bytes = path.u8string();
-    return FromUtf8({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-}
 
 std::wstring Join(std::wstring_view folder, std::wstring_view name)
 {
@@ -80,6 +68,8 @@ std::vector<std::wstring> ProgramFolder::CharacterNames() const
         name.resize(name.size() - kCharacterExtension.size());
     return names;
 }
+
+std::wstring ProgramFolder::Beside(std::wstring_view name) const { return Join(path_, name); }
 
 std::wstring ProgramFolder::AccServer() const { return Join(path_, kAccServerName); }
 

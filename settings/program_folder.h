@@ -14,12 +14,15 @@ public:
 
     const std::wstring& Path() const { return path_; }
 
-    // The file of the character with this name, whatever the capitals of name and file. Without such a file: the
-    // path where it would be.
+    // The file of the character with this name, whatever the capitals of name and file. Without such a file:
+    // the path where it would be.
     std::wstring CharacterFile(std::wstring_view name) const;
 
     // The names of all characters, without extension, in alphabetical order.
     std::vector<std::wstring> CharacterNames() const;
+
+    // A file or folder of this name in the program folder.
+    std::wstring Beside(std::wstring_view name) const;
 
     std::wstring AccServer() const;
     std::wstring HelpFile() const;

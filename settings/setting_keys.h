@@ -18,8 +18,8 @@ struct SettingKey {
     std::wstring_view fallback;
 };
 
-// The spellings are part of the stored format: other programs and operators know the values by them, and "Agent" and
-// "agent" are one section.
+// The spellings are part of the stored format: other programs and operators know the values by them, and
+// "Agent" and "agent" are one section.
 namespace keys {
 inline constexpr SettingKey kSAPITags{L"Agent", L"SAPITags", L""};
 inline constexpr SettingKey kInterwordPause{L"speech", L"interwordpause", L"0"};

@@ -6,10 +6,10 @@
 //     "Adult Male 1, US English" = "{CA141FD0-AC7F-11D1-97A3-006008273000}"
 //     end
 //
-// UTF-8, one thing a line, every name and value between quotes, so that a text may hold anything: a backslash stands
-// before a quote and a backslash, \n \r \t are the usual ones, and \u{hex} is any other element that is no printable
-// code point, torn surrogates included. Lines that are empty or begin with # say nothing. The last line tells a whole
-// file from one that was cut off.
+// UTF-8, one thing a line, every name and value between quotes, so that a text may hold anything: a backslash
+// stands before a quote and a backslash, \n \r \t are the usual ones, and \u{hex} is any other element that
+// is no printable code point, torn surrogates included. Lines that are empty or begin with # say nothing. The
+// last line tells a whole file from one that was cut off.
 
 #include "settings/settings_file.h"
 
@@ -36,7 +36,8 @@ bool NeedsNumber(char32_t codePoint)
 void AppendNumber(std::string& bytes, char32_t codePoint)
 {
     char digits[8];
-    const auto written = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(codePoint), 16);
+    const auto written =
+        std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(codePoint), 16);
     bytes += "\\u{";
     bytes.append(digits, written.ptr);
     bytes += '}';

@@ -7,8 +7,8 @@
 
 namespace voxtrel::settings {
 
-// Settings as they were read from a file. Damage tells what is wrong with the file and is empty for a sound one; of a
-// damaged file nothing is taken over, for half of a user's settings is nothing the user ever chose.
+// Settings as they were read from a file. Damage tells what is wrong with the file and is empty for a sound
+// one; of a damaged file nothing is taken over, for half of a user's settings is nothing the user ever chose.
 struct ParsedSettings {
     SettingsTree tree;
     std::wstring damage;

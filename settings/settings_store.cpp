@@ -13,7 +13,8 @@ void SettingsStore::SaveSetting(std::wstring_view section, std::wstring_view key
     backend_.Write(application_, section, key, value);
 }
 
-std::vector<std::pair<std::wstring, std::wstring>> SettingsStore::GetAllSettings(std::wstring_view section) const
+std::vector<std::pair<std::wstring, std::wstring>>
+SettingsStore::GetAllSettings(std::wstring_view section) const
 {
     return backend_.Pairs(application_, section);
 }
@@ -23,7 +24,10 @@ void SettingsStore::DeleteSetting(std::wstring_view section, std::wstring_view k
     backend_.DeleteKey(application_, section, key);
 }
 
-void SettingsStore::DeleteSection(std::wstring_view section) { backend_.DeleteSection(application_, section); }
+void SettingsStore::DeleteSection(std::wstring_view section)
+{
+    backend_.DeleteSection(application_, section);
+}
 
 std::wstring SettingsStore::GetSettingOf(std::wstring_view application, std::wstring_view section,
                                          std::wstring_view key, std::wstring_view fallback) const
@@ -32,8 +36,8 @@ std::wstring SettingsStore::GetSettingOf(std::wstring_view application, std::wst
     return stored ? std::move(*stored) : std::wstring(fallback);
 }
 
-void SettingsStore::SaveSettingOf(std::wstring_view application, std::wstring_view section, std::wstring_view key,
-                                  std::wstring_view value)
+void SettingsStore::SaveSettingOf(std::wstring_view application, std::wstring_view section,
+                                  std::wstring_view key, std::wstring_view value)
 {
     backend_.Write(application, section, key, value);
 }

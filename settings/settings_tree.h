@@ -10,8 +10,8 @@
 
 namespace voxtrel::settings {
 
-// Settings in memory, by the rules of SettingsBackend: names match without regard to case and keep the spelling and
-// place of their first writing. A section without keys does not exist.
+// Settings in memory, by the rules of SettingsBackend: names match without regard to case and keep the
+// spelling and place of their first writing. A section without keys does not exist.
 class SettingsTree {
 public:
     using Pair = std::pair<std::wstring, std::wstring>;
@@ -28,7 +28,8 @@ public:
 
     // Null when there is none. Valid until the next change.
     const Section* FindSection(std::wstring_view application, std::wstring_view section) const;
-    const std::wstring* Find(std::wstring_view application, std::wstring_view section, std::wstring_view key) const;
+    const std::wstring* Find(std::wstring_view application, std::wstring_view section,
+                             std::wstring_view key) const;
 
     void Set(std::wstring_view application, std::wstring_view section, std::wstring_view key,
              std::wstring_view value);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The numbers of the program's texts, for the places in the code that ask for one by number. The windows' layouts
-// carry the others themselves. A translator knows the texts by these numbers: never renumber.
+// The numbers of the program's texts, for the places in the code that ask for one by number. The windows'
+// layouts carry the others themselves. A translator knows the texts by these numbers: never renumber.
 namespace voxtrel::settings::strings {
 
 inline constexpr int kWindowFontName = 20;
@@ -40,7 +40,7 @@ inline constexpr int kNothingYet = 3016;
 inline constexpr int kTestVoice = 3901;
 inline constexpr int kTestAppearance = 3902;
 inline constexpr int kTestLargeBalloon = 3903;
-inline constexpr int kFirstSize = 3904;     // three: large, normal, small
+inline constexpr int kFirstSize = 3904; // three: large, normal, small
 inline constexpr int kHotKeyInUse = 3910;
 inline constexpr int kFirstPosition = 3912; // four: where a hidden character is parked
 

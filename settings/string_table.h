@@ -27,19 +27,20 @@ private:
     std::map<int, std::wstring> texts_;
 };
 
-// A table as it was read, and what was wrong with it: sentences that name the file and the line. Every sound line
-// counts, whatever the others are.
+// A table as it was read, and what was wrong with it: sentences that name the file and the line. Every sound
+// line counts, whatever the others are.
 struct LoadedStringTable {
     StringTable table;
     std::vector<std::wstring> problems;
 };
 
-// One text a line: its number, a tab, the text, in which \n is a line break, \t a tab and \\ a backslash. Lines that
-// begin with # and empty lines say nothing. fileName is used in the problems only.
+// One text a line: its number, a tab, the text, in which \n is a line break, \t a tab and \\ a backslash.
+// Lines that begin with # and empty lines say nothing. fileName is used in the problems only.
 LoadedStringTable ParseStringTable(std::string_view bytes, std::wstring_view fileName);
 
-// The table of a language such as "de" or "de_AT.UTF-8" from the files of a folder (de_AT.txt over de.txt); what they
-// lack is English (en.txt). A language without any file is no problem, a folder without English is one.
+// The table of a language such as "de" or "de_AT.UTF-8" from the files of a folder (de_AT.txt over de.txt);
+// what they lack is English (en.txt). A language without any file is no problem, a folder without English is
+// one.
 LoadedStringTable LoadStringTable(std::wstring_view folder, std::wstring_view language);
 
 // The text with its first "%s" replaced by the value; unchanged without one.

@@ -99,7 +99,8 @@ std::string ToUtf8(std::wstring_view text)
         const CodePoint next = CodePointAt(text, i);
         const char32_t writable = IsScalarValue(next.value) ? next.value : kReplacement;
         utf8proc_uint8_t encoded[4];
-        const utf8proc_ssize_t length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(writable), encoded);
+        const utf8proc_ssize_t length =
+            utf8proc_encode_char(static_cast<utf8proc_int32_t>(writable), encoded);
         bytes.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
         i += next.length;
     }

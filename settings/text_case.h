@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-// Text as code points. A std::wstring is UTF-32 on one platform and UTF-16 on the other; what is counted, compared
-// or folded is a code point on both. A torn surrogate counts as a code point of its own and is never dropped.
+// Text as code points. A std::wstring is UTF-32 on one platform and UTF-16 on the other; what is counted,
+// compared or folded is a code point on both. A torn surrogate counts as a code point of its own and is never
+// dropped.
 namespace voxtrel::settings {
 
 struct CodePoint {

@@ -9,8 +9,8 @@
 
 namespace voxtrel::speech {
 
-// The one current character: which it is, its size, its voice, and the texts that try them out. What the options'
-// lists and buttons do, without the lists and buttons.
+// The one current character: which it is, its size, its voice, and the texts that try them out. What the
+// options' lists and buttons do, without the lists and buttons.
 class CharacterControl {
 public:
     CharacterControl(agent::Control& control, const CharacterSurroundings& surroundings,
@@ -29,8 +29,8 @@ public:
         std::wstring_view balloonFontSize; // as a text, points
     };
 
-    // Puts the character of this name in the place of the current one. When it cannot be loaded the old one comes
-    // back and nothing else changes.
+    // Puts the character of this name in the place of the current one. When it cannot be loaded the old one
+    // comes back and nothing else changes.
     agent::Result ChangeCharacter(std::wstring_view name, const Appearance& appearance);
 
     // Also plays the two attention animations.

@@ -182,7 +182,8 @@ std::optional<ParkingPosition> ParkingPositionOf(double index, const agent::Char
     if (index == 2)
         return ParkingPosition{desktop.ScreenHeight() + kBeyondTheEdge, kOutsideTheScreen};
     if (index == 3)
-        return ParkingPosition{desktop.ScreenHeight() + kBeyondTheEdge, desktop.ScreenWidth() + kBeyondTheEdge};
+        return ParkingPosition{desktop.ScreenHeight() + kBeyondTheEdge,
+                               desktop.ScreenWidth() + kBeyondTheEdge};
     return std::nullopt;
 }
 

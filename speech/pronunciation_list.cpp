@@ -27,7 +27,10 @@ void PronunciationList::Save(std::wstring_view written, std::wstring_view spoken
     store_.SaveSetting(kPronunciationSection, written, spoken);
 }
 
-void PronunciationList::Delete(std::wstring_view written) { store_.DeleteSetting(kPronunciationSection, written); }
+void PronunciationList::Delete(std::wstring_view written)
+{
+    store_.DeleteSetting(kPronunciationSection, written);
+}
 
 std::vector<std::wstring> PronunciationList::Written() const
 {

@@ -12,7 +12,8 @@
 namespace voxtrel::speech {
 
 // The user's pronunciations: section "modify" of the settings, written word or character to spoken form. The
-// settings are the only place where they are kept; what is held here is read anew whenever the settings change.
+// settings are the only place where they are kept; what is held here is read anew whenever the settings
+// change.
 class PronunciationList {
 public:
     explicit PronunciationList(settings::SettingsStore& store) : store_(store) {}

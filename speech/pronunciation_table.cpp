@@ -38,6 +38,9 @@ PronunciationTable::PronunciationTable(const std::vector<std::pair<std::wstring,
         latin1_[c] = Find(std::wstring(1, static_cast<wchar_t>(c)));
 }
 
-const std::wstring* PronunciationTable::Find(std::wstring_view token) const { return Find(token, HashOf(token)); }
+const std::wstring* PronunciationTable::Find(std::wstring_view token) const
+{
+    return Find(token, HashOf(token));
+}
 
 } // namespace voxtrel::speech

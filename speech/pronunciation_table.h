@@ -11,9 +11,9 @@
 
 namespace voxtrel::speech {
 
-// The pronunciation list as it was at one moment, arranged so that every word of a long text can be looked up: a
-// table of hashes with open addressing, and the single Latin-1 characters apart, since each separator is looked up
-// too. A token matches under any capitalisation.
+// The pronunciation list as it was at one moment, arranged so that every word of a long text can be looked
+// up: a table of hashes with open addressing, and the single Latin-1 characters apart, since each separator
+// is looked up too. A token matches under any capitalisation.
 class PronunciationTable {
 public:
     // Written form to spoken form. An empty spoken form is none.

@@ -1,11 +1,12 @@
 // Speech markup builder.
 //
-// The text is cut into tokens: runs of letters, digits, commas, full stops and carriage returns (which bring their
-// pause with them), and each other code point by itself. Every token is looked up in the pronunciation list and
-// written as it is, as a \map= tag, or not at all, as the balloon mode has it. The user's prosody stands in front.
+// The text is cut into tokens: runs of letters, digits, commas, full stops and carriage returns (which bring
+// their pause with them), and each other code point by itself. Every token is looked up in the pronunciation
+// list and written as it is, as a \map= tag, or not at all, as the balloon mode has it. The user's prosody
+// stands in front.
 //
-// Most of a text is written as it is. Such stretches are not copied token by token but in one piece, when the next
-// token comes that is written differently.
+// Most of a text is written as it is. Such stretches are not copied token by token but in one piece, when the
+// next token comes that is written differently.
 
 #include "speech/speech_markup.h"
 
@@ -144,7 +145,8 @@ private:
         tokenStart_ = end;
     }
 
-    // After the carriage return at the end of what is taken: from here on the token is no longer a piece of the text.
+    // After the carriage return at the end of what is taken: from here on the token is no longer a piece of
+    // the text.
     void AddPause()
     {
         pausedToken_.append(text_.substr(tokenStart_, position_ - 1 - tokenStart_));
@@ -159,7 +161,8 @@ private:
         if (pausedTokenStart_)
             EmitPausedToken();
         else if (tokenStart_ < position_)
-            Emit(tokenStart_, position_, table_.Find(text_.substr(tokenStart_, position_ - tokenStart_), hash_));
+            Emit(tokenStart_, position_,
+                 table_.Find(text_.substr(tokenStart_, position_ - tokenStart_), hash_));
         hash_ = PronunciationTable::kEmptyHash;
     }
 
@@ -217,7 +220,8 @@ private:
 
 } // namespace
 
-void BuildSpeechText(std::wstring& text, settings::SharedSettings& shared, const PronunciationList& pronunciations)
+void BuildSpeechText(std::wstring& text, settings::SharedSettings& shared,
+                     const PronunciationList& pronunciations)
 {
     const auto shown = ShownIn(shared.Agent_Balloon_Always, IsSingleWord(text));
     text += L" x";

@@ -62,7 +62,8 @@ private:
     CallLog& log_;
 };
 
-// A character that does at once what it is asked. Knows the eight voices of the seeded table unless told otherwise.
+// A character that does at once what it is asked. Knows the eight voices of the seeded table unless told
+// otherwise.
 class FakeCharacter final : public agent::Character {
 public:
     explicit FakeCharacter(CallLog& log) : balloon(log), log_(log)

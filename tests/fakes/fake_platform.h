@@ -18,14 +18,14 @@ public:
     {
         log_.Add(L"ShowWindow " + std::to_wstring(window) + L" " + std::to_wstring(command));
     }
-    void SetWindowPos(platform::NativeWindow window, platform::NativeWindow insertAfter, int x, int y, int width,
-                      int height, unsigned flags) override
+    void SetWindowPos(platform::NativeWindow window, platform::NativeWindow insertAfter, int x, int y,
+                      int width, int height, unsigned flags) override
     {
         const bool topmost = insertAfter == platform::kTopmost;
         log_.Add(L"SetWindowPos " + std::to_wstring(window) +
-                 (topmost ? L" topmost" : L" " + std::to_wstring(insertAfter)) + L" " + std::to_wstring(x) + L" " +
-                 std::to_wstring(y) + L" " + std::to_wstring(width) + L" " + std::to_wstring(height) + L" " +
-                 std::to_wstring(flags));
+                 (topmost ? L" topmost" : L" " + std::to_wstring(insertAfter)) + L" " + std::to_wstring(x) +
+                 L" " + std::to_wstring(y) + L" " + std::to_wstring(width) + L" " + std::to_wstring(height) +
+                 L" " + std::to_wstring(flags));
     }
     int ScreenWidth() const override { return screenWidth; }
     int ScreenHeight() const override { return screenHeight; }
@@ -41,8 +41,14 @@ class FakeMessages final : public platform::Messages {
 public:
     explicit FakeMessages(CallLog& log) : log_(log) {}
 
-    void ShowExclamation(std::wstring_view text) override { log_.Add(L"ShowExclamation " + std::wstring(text)); }
-    void ShowInformation(std::wstring_view text) override { log_.Add(L"ShowInformation " + std::wstring(text)); }
+    void ShowExclamation(std::wstring_view text) override
+    {
+        log_.Add(L"ShowExclamation " + std::wstring(text));
+    }
+    void ShowInformation(std::wstring_view text) override
+    {
+        log_.Add(L"ShowInformation " + std::wstring(text));
+    }
 
 private:
     CallLog& log_;

@@ -1,0 +1,83 @@
+#include "agent/view/character_window.h"
+
+#include <wx/utils.h>
+
+#include <utility>
+
+namespace voxtrel::agent::view {
+namespace {
+
+int ButtonOf(const wxMouseEvent& event)
+{
+    switch (event.GetButton()) {
+    case wxMOUSE_BTN_RIGHT:
+        return 2;
+    case wxMOUSE_BTN_MIDDLE:
+        return 4;
+    default:
+        return 1;
+    }
+}
+
+int ShiftOf(const wxMouseEvent& event)
+{
+    return (event.ShiftDown() ? 1 : 0) + (event.ControlDown() ? 2 : 0) + (event.AltDown() ? 4 : 0);
+}
+
+stage::Point PointOf(const wxPoint& point) { return {point.x, point.y}; }
+
+} // namespace
+
+CharacterWindow::CharacterWindow(const wxString& name, stage::PointerInput& input, MenuHook menu)
+    : ShapedWindow(name), input_(input), menu_(std::move(menu))
+{
+    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_RIGHT_DOWN, wxEVT_MIDDLE_DOWN})
+        Bind(type, &CharacterWindow::OnPress, this);
+    for (const auto& type : {wxEVT_LEFT_DCLICK, wxEVT_RIGHT_DCLICK, wxEVT_MIDDLE_DCLICK})
+        Bind(type, &CharacterWindow::OnDoublePress, this);
+    for (const auto& type : {wxEVT_LEFT_UP, wxEVT_RIGHT_UP, wxEVT_MIDDLE_UP})
+        Bind(type, &CharacterWindow::OnRelease, this);
+    Bind(wxEVT_MOTION, &CharacterWindow::OnMotion, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { input_.PressLost(); });
+}
+
+void CharacterWindow::ShowFrame(const stage::Picture& picture, const wxPoint& topLeft)
+{
+    const stage::RowRange rows = stage::RowsInUse(picture);
+    if (rows.end == rows.first) {
+        Hide();
+        return;
+    }
+    SetPicture(picture, topLeft);
+    Appear();
+}
+
+void CharacterWindow::OnPress(wxMouseEvent& event)
+{
+    if (event.LeftDown() && !HasCapture())
+        CaptureMouse();
+    input_.Press(ButtonOf(event), ShiftOf(event), PointOf(ClientToScreen(event.GetPosition())));
+}
+
+void CharacterWindow::OnDoublePress(wxMouseEvent& event)
+{
+    input_.DoublePress(ButtonOf(event), ShiftOf(event), PointOf(ClientToScreen(event.GetPosition())));
+}
+
+void CharacterWindow::OnRelease(wxMouseEvent& event)
+{
+    if (event.LeftUp() && HasCapture())
+        ReleaseMouse();
+    input_.Release(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
+    if (event.RightUp() && menu_)
+        menu_(*this, event.GetPosition());
+}
+
+// The window may be moving under the pointer: only the pointer's place on the screen is sure.
+void CharacterWindow::OnMotion(wxMouseEvent& event)
+{
+    if (event.Dragging())
+        input_.Move(PointOf(wxGetMousePosition()));
+}
+
+} // namespace voxtrel::agent::view

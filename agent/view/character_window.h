@@ -1,0 +1,33 @@
+#pragma once
+
+#include "agent/stage/stage_view.h"
+#include "agent/view/shaped_window.h"
+
+#include <functional>
+#include <memory>
+
+namespace voxtrel::agent::view {
+
+// Asked for the character's menu, at a place inside the window.
+using MenuHook = std::function<void(wxWindow& character, const wxPoint& at)>;
+
+// The character itself.
+class CharacterWindow : public ShapedWindow {
+public:
+    // input outlives the window.
+    CharacterWindow(const wxString& name, stage::PointerInput& input, MenuHook menu);
+
+    // A picture without a single pixel hides the window until the next one.
+    void ShowFrame(const stage::Picture& picture, const wxPoint& topLeft);
+
+private:
+    void OnPress(wxMouseEvent& event);
+    void OnDoublePress(wxMouseEvent& event);
+    void OnRelease(wxMouseEvent& event);
+    void OnMotion(wxMouseEvent& event);
+
+    stage::PointerInput& input_;
+    MenuHook menu_;
+};
+
+} // namespace voxtrel::agent::view

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <wx/toplevel.h>
+
+// The few things about windows that only the system itself can do.
+namespace voxtrel::agent::view {
+
+// Called once, before the window is first shown: it never takes the focus, neither when it appears nor when
+// it is clicked, and is in no list of windows.
+void KeepOutOfFocus(wxTopLevelWindow& window);
+
+// Pixels for what measures one pixel at 96 dots an inch, with the user's own scale for fonts.
+double FontScale();
+
+} // namespace voxtrel::agent::view

@@ -1,0 +1,17 @@
+#include "agent/view/native_window.h"
+
+#include <wx/dcscreen.h>
+#include <wx/msw/wrapwin.h>
+
+namespace voxtrel::agent::view {
+
+void KeepOutOfFocus(wxTopLevelWindow& window)
+{
+    const HWND handle = window.GetHWND();
+    const LONG_PTR style = ::GetWindowLongPtrW(handle, GWL_EXSTYLE);
+    ::SetWindowLongPtrW(handle, GWL_EXSTYLE, style | WS_EX_NOACTIVATE);
+}
+
+double FontScale() { return wxScreenDC().GetPPI().y / 96.0; }
+
+} // namespace voxtrel::agent::view
