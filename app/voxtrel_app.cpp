@@ -17,7 +17,6 @@
 #include "settings/shared_settings.h"
 #include "settings/string_table.h"
 
-#include <wx/filename.h>
 #include <wx/intl.h>
 #include <wx/utils.h>
 
@@ -61,11 +60,11 @@ std::wstring AsCommandString(const CommandLine& line)
 
 bool NeedsRunningInstance(RunMode mode) { return mode == RunMode::Quit || mode == RunMode::Execute; }
 
-settings::StringTable LoadStrings(const std::wstring& folder)
+settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 {
     const wxString language = wxLocale::GetLanguageCanonicalName(wxLocale::GetSystemLanguage());
     settings::LoadedStringTable loaded =
-        settings::LoadStringTable(folder + wxFileName::GetPathSeparator() + L"strings", language.ToStdWstring());
+        settings::LoadStringTable(folder.Beside(L"strings"), language.ToStdWstring());
     for (const std::wstring& problem : loaded.problems)
         platform::WriteError(problem + L"\n");
     return std::move(loaded.table);
@@ -76,9 +75,9 @@ settings::StringTable LoadStrings(const std::wstring& folder)
 // One of everything. Each line needs only what stands above it.
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
-        : folder(folderPath), strings(LoadStrings(folderPath)), backend(platform::MakeSettingsBackend()),
+        : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()),
-          frame(new MainFrame(folderPath + wxFileName::GetPathSeparator() + L"icons")), messages(frame)
+          frame(new MainFrame(folder.Beside(L"icons"))), messages(frame)
     {
     }
 
