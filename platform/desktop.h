@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace voxtrel::platform {
 
@@ -20,9 +21,11 @@ public:
     virtual void SetWindowPos(NativeWindow window, NativeWindow insertAfter, int x, int y, int width, int height,
                               unsigned flags) = 0;
 
-    // Of the primary screen, pixels.
+    // Of everything the monitors show together, pixels: what lies beyond is seen nowhere.
     virtual int ScreenWidth() const = 0;
     virtual int ScreenHeight() const = 0;
 };
+
+std::unique_ptr<Desktop> MakeDesktop();
 
 } // namespace voxtrel::platform

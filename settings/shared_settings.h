@@ -9,8 +9,8 @@ class Character;
 
 namespace voxtrel::settings {
 
-// The one record of the speech, character, balloon and voice settings, read and written by every window. Lives as
-// long as the program; filled by LoadSettings once the character is loaded.
+// The one record of the speech, character, balloon and voice settings, read and written by every window.
+// Lives as long as the program; filled by LoadSettings once the character is loaded.
 struct SharedSettings {
     std::wstring SAPITags; // put in front of all speech; set only through the store
     bool autosize = false;
@@ -30,8 +30,8 @@ struct SharedSettings {
     std::wstring Agent_Balloon_Para;
     std::int16_t Agent_Balloon_Always = 0; // balloon mode of the speech markup: 0, 1 or 2
     std::wstring Agent_User_Tags;
-    std::int16_t Agent_Size_IDX = 0;          // 0 large, 1 medium, 2 small
-    double Agent_Position_List_Index = 0;     // where a hidden character is parked: 0 to 3
+    std::int16_t Agent_Size_IDX = 0;      // 0 large, 1 medium, 2 small
+    double Agent_Position_List_Index = 0; // where a hidden character is parked: 0 to 3
 
     std::wstring PendingSpeech; // speech markup waiting for the next tick of hotkeytimer
     bool TextReaderOpen = false;

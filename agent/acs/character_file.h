@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// A character as its file holds it: images, animations made of them, the states they serve, and the look of its
-// balloon. Plain data; reader.h and writer.h bring it from and to the bytes of an .acs file.
+// A character as its file holds it: images, animations made of them, the states they serve, and the look of
+// its balloon. Plain data; reader.h and writer.h bring it from and to the bytes of an .acs file.
 namespace voxtrel::agent::acs {
 
 struct Color {
@@ -38,7 +38,15 @@ struct Branch {
 };
 
 // The seven mouths, numbered as in the file.
-enum class Mouth : std::uint8_t { Closed = 0, Slight = 1, Partly = 2, Open = 3, Fully = 4, Medium = 5, Narrow = 6 };
+enum class Mouth : std::uint8_t {
+    Closed = 0,
+    Slight = 1,
+    Partly = 2,
+    Open = 3,
+    Fully = 4,
+    Medium = 5,
+    Narrow = 6
+};
 
 struct MouthOverlay {
     Mouth mouth = Mouth::Closed;

@@ -7,7 +7,8 @@
 
 namespace voxtrel::agent::acs {
 
-// The bytes of an .acs 2.0 file that holds the character. Images are compressed where that makes them smaller.
+// The bytes of an .acs 2.0 file that holds the character. Images are compressed where that makes them
+// smaller.
 std::vector<std::uint8_t> WriteCharacterFile(const CharacterFile& character);
 
 } // namespace voxtrel::agent::acs

@@ -1,0 +1,179 @@
+"""Drives the real program as a user would, on the display that tests/with-display gives, with a home folder of its
+own and the program's trace to wait on. Through Wine when VOXTREL_E2E_PROGRAM names an .exe."""
+
+import json
+import os
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import wave
+
+REPOSITORY = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+PROGRAM = os.environ.get("VOXTREL_E2E_PROGRAM", os.path.join(REPOSITORY, "build", "debug", "voxtrel"))
+WINDOWS = PROGRAM.endswith(".exe")
+# Wine's first start in a fresh prefix takes long on a busy machine.
+PATIENCE = 120 if WINDOWS else 30
+
+
+def wait_for(condition, what, seconds=PATIENCE):
+    """The first true value of condition(), or a failure that says what was waited for."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {seconds} s in vain for {what}")
+        time.sleep(0.02)
+
+
+class Display:
+    """The display that the test was given, as a person and as the window manager see it."""
+
+    def __init__(self):
+        self.environment = dict(os.environ)
+
+    def run(self, *command):
+        return subprocess.run(command, env=self.environment, capture_output=True).stdout
+
+    def windows(self):
+        """The top windows as (id, name, width, height, x, y)."""
+        found = []
+        for line in self.run("xwininfo", "-root", "-tree").decode(errors="replace").splitlines():
+            match = re.match(r"\s*(0x[0-9a-f]+) (?:\"(.*)\"|\(has no name\)):.*?(\d+)x(\d+)\+-?\d+\+-?\d+\s+"
+                             r"\+(-?\d+)\+(-?\d+)$", line)
+            if match:
+                window, name, *numbers = match.groups()
+                found.append((int(window, 16), name or "", *map(int, numbers)))
+        return found
+
+    def is_viewable(self, window):
+        return b"IsViewable" in self.run("xwininfo", "-id", str(window))
+
+    def screenshot(self, path):
+        self.run("import", "-window", "root", path)
+
+
+class Home:
+    """A user's home folder, with the program's settings in it."""
+
+    def __init__(self):
+        self.folder = tempfile.mkdtemp(prefix="voxtrel-e2e-")
+        self.runtime = os.path.join(self.folder, "run")
+        os.makedirs(self.runtime, mode=0o700)
+
+    def environment(self, base):
+        environment = dict(base, HOME=self.folder, XDG_CONFIG_HOME=os.path.join(self.folder, "config"),
+                           XDG_RUNTIME_DIR=self.runtime)
+        if WINDOWS:
+            environment["HOME"] = os.environ["HOME"]
+        return environment
+
+    @property
+    def settings_file(self):
+        return os.path.join(self.folder, "config", "voxtrel", "settings")
+
+    def settings(self):
+        with open(self.settings_file, encoding="utf-8") as file:
+            return file.read()
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def remove(self):
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+def native(path):
+    """The path as the program sees it."""
+    return "Z:" + path.replace("/", "\\") if WINDOWS else path
+
+
+class Voxtrel:
+    """One run of the program."""
+
+    def __init__(self, display, home, *arguments, environment=None):
+        self.trace_file = tempfile.mktemp(prefix="trace-", dir=home.folder)
+        self.recording = self.trace_file + ".wav"
+        full = home.environment(display.environment)
+        full["VOXTREL_RECORD"] = native(self.recording)
+        full.update(environment or {})
+        self.process = subprocess.Popen(
+            command("--trace", native(self.trace_file), *arguments), env=full,
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True)
+
+    def events(self, name=None):
+        try:
+            with open(self.trace_file, encoding="utf-8") as file:
+                lines = [line for line in file.read().split("\n")[:-1]]
+        except FileNotFoundError:
+            return []
+        events = [json.loads(line) for line in lines]
+        return [event for event in events if name is None or event["event"] == name]
+
+    def wait_event(self, name, matching=lambda event: True, seconds=PATIENCE):
+        return wait_for(lambda: next((event for event in self.events(name) if matching(event)), None),
+                        f"the event {name}", seconds)
+
+    def wait_end(self, seconds=PATIENCE):
+        """The exit code and what was written to standard error."""
+        try:
+            output, errors = self.process.communicate(timeout=seconds)
+        except subprocess.TimeoutExpired:
+            raise AssertionError(f"the program did not end within {seconds} s") from None
+        return self.process.returncode, errors.decode(errors="replace")
+
+    def kill(self):
+        if self.process.poll() is None:
+            os.killpg(self.process.pid, signal.SIGKILL)
+        self.process.communicate()
+
+
+def command(*arguments):
+    return (wine(PROGRAM) if WINDOWS else [PROGRAM]) + list(arguments)
+
+
+def wine(*arguments):
+    return [os.path.join(REPOSITORY, "packaging", "windows", "wine"), os.environ["VOXTREL_WINE_HOME"], *arguments]
+
+
+def sound_level(path):
+    """The loudest sample of a WAV file, 0 to 1, and its length in seconds."""
+    with wave.open(path) as file:
+        frames = file.readframes(file.getnframes())
+        samples = memoryview(frames).cast("h")
+        return max((abs(sample) for sample in samples), default=0) / 32768, file.getnframes() / file.getframerate()
+
+
+class Scenario(unittest.TestCase):
+    """A test with a home of its own; what it starts is gone afterwards."""
+
+    def setUp(self):
+        self.display = Display()
+        self.home = Home()
+        self.addCleanup(self.home.remove)
+
+    def start(self, *arguments, environment=None):
+        program = Voxtrel(self.display, self.home, *arguments, environment=environment)
+        self.addCleanup(program.kill)
+        return program
+
+    def start_and_wait(self, *arguments, environment=None):
+        program = self.start(*arguments, environment=environment)
+        program.wait_event("started")
+        return program
+
+    def call(self, *arguments, stdin=None, seconds=PATIENCE):
+        """Runs the program to its end: exit code, output, errors."""
+        done = subprocess.run(command(*arguments), env=self.home.environment(self.display.environment), input=stdin,
+                              capture_output=True, timeout=seconds)
+        return done.returncode, done.stdout, done.stderr.decode(errors="replace")
+
+
+def main():
+    unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[1:])

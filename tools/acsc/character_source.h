@@ -1,0 +1,64 @@
+#pragma once
+
+#include "agent/acs/character_file.h"
+#include "tools/acsc/puppet.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+// A character as its author wrote it down, with every convenience already worked out: tweens, repeats and
+// ranges have become frames, labels have become frame numbers.
+namespace voxtrel::acsc {
+
+struct Layer {
+    Stance stance;
+    int x = 0; // pixels
+    int y = 0;
+    friend auto operator<=>(const Layer&, const Layer&) = default;
+};
+
+struct SourceFrame {
+    std::vector<Layer> layers; // lowest first; none for an empty frame
+    int duration = 10;         // hundredths of a second
+    std::optional<int> mouths; // index of the mouth set
+    std::optional<int> exitFrame;
+    std::vector<agent::acs::Branch> branches;
+    std::optional<int> sound; // index into the sound files
+    int line = 0;
+};
+
+struct SourceAnimation {
+    std::wstring name;
+    agent::acs::Transition transition = agent::acs::Transition::None;
+    std::wstring returnAnimation;
+    std::vector<SourceFrame> frames;
+    int line = 0;
+};
+
+struct MouthSet {
+    std::string name;
+    std::array<PoseSettings, 7> mouths; // by agent::acs::Mouth
+};
+
+struct CharacterSource {
+    std::string guid;
+    int width = 0; // pixels
+    int height = 0;
+    bool standardAnimationSet = false;
+    std::vector<std::string> drawings;   // file names in the folder of the source
+    std::vector<std::string> soundFiles; // likewise
+    std::vector<agent::acs::LocalizedInfo> localized;
+    std::optional<agent::acs::VoiceInfo> voice;
+    std::optional<agent::acs::BalloonInfo> balloon;
+    std::vector<Part> parts;
+    std::vector<MouthSet> mouthSets;
+    std::vector<SourceAnimation> animations;
+    std::vector<agent::acs::State> states;
+};
+
+// Reads the text of character.txt. Throws SourceError.
+CharacterSource ParseCharacterSource(std::string_view text);
+
+} // namespace voxtrel::acsc
