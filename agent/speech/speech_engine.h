@@ -20,7 +20,7 @@ struct SpeechEvent {
         End,         // the utterance is over; the last event of every utterance that is not stopped
     };
     Kind kind = Kind::End;
-    std::wstring text;
+    std::wstring text = {};
     std::int32_t number = 0;
     acs::Mouth mouth = acs::Mouth::Closed;
 };

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "agent/speech/synthesizer.h"
+
+namespace voxtrel::agent::speech {
+
+// The voices that are built into the program. Any number of objects may be used from any threads: they take
+// turns, since the library under them keeps global state.
+class FliteSynthesizer : public Synthesizer {
+public:
+    void Speak(std::span<const SpokenToken> tokens, const Voice& voice, const Prosody& prosody,
+               SpeechSink& sink) override;
+
+    // Loads the base voice of this one, so that the first Speak does not have to.
+    static void Prepare(const Voice& voice);
+};
+
+} // namespace voxtrel::agent::speech

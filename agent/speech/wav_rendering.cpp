@@ -1,0 +1,59 @@
+#include "agent/speech/flite_synthesizer.h"
+#include "agent/speech/speech_factory.h"
+#include "agent/speech/utterance_renderer.h"
+#include "agent/speech/wav_writer.h"
+
+namespace voxtrel::agent::speech {
+
+namespace {
+
+class WavSink : public UtteranceSink {
+public:
+    explicit WavSink(std::ostream& out) : writer_(out) {}
+
+    bool Samples(std::span<const std::int16_t> samples) override
+    {
+        good_ = good_ && writer_.Write(samples);
+        return good_;
+    }
+    void Event(std::int64_t, SpeechEvent) override {}
+
+    bool Finish() { return writer_.UpdateHeader() && good_; }
+
+private:
+    WavWriter writer_;
+    bool good_ = true;
+};
+
+} // namespace
+
+Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostream& out,
+                   const std::function<bool(double)>& progress, const SpeechMessages& messages)
+{
+    const Voice* voice = modeId.empty() ? &AllVoices().front() : FindVoice(modeId);
+    if (!voice)
+        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voiceNotAvailable);
+    FliteSynthesizer synthesizer;
+    WavSink sink(out);
+    UtteranceRenderer renderer(markup, *voice, synthesizer, sink);
+    const auto size = static_cast<double>(markup.size());
+    while (renderer.RenderClause()) {
+        if (progress && !progress(static_cast<double>(renderer.Position()) / size))
+            break;
+    }
+    if (!sink.Finish())
+        return Result::Failure(ErrorCode::AudioNotAccessible, messages.soundNotWritten);
+    if (progress)
+        static_cast<void>(progress(1));
+    return Result::Success();
+}
+
+std::vector<VoiceDescription> ListVoices()
+{
+    std::vector<VoiceDescription> voices;
+    for (const Voice& voice : AllVoices())
+        voices.push_back({std::wstring(voice.modeId), std::wstring(voice.name), voice.female});
+    return voices;
+}
+
+} // namespace voxtrel::agent::speech
