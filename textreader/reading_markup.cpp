@@ -228,6 +228,7 @@ ReadingMarkup BuildReadingMarkup(std::wstring_view text, std::int32_t start, std
     result.markup = Prosody(shared);
     const std::size_t wrapped = result.markup.size();
     result.markup.reserve(wrapped + (sectionEnd - first) * 4 + 64);
+    result.words.reserve((sectionEnd - first) / 5 + 1);
     result.markup += L"\\map=\"";
     WordWriter writer(text, pronunciations, result);
     if (first == 0) {

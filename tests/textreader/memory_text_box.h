@@ -24,7 +24,8 @@ public:
         start_ = length_ = 0;
     }
 
-    // As a user does it: the inserted text takes the colour of the character before it, the caret goes behind it.
+    // As a user does it: the inserted text takes the colour of the character before it, the caret goes behind
+    // it.
     void Edit(const textreader::TextEdit& edit, const std::wstring& inserted)
     {
         const auto at = static_cast<std::size_t>(edit.position);
@@ -64,7 +65,8 @@ public:
     }
     std::int64_t Coloured() const
     {
-        return std::count_if(colors_.begin(), colors_.end(), [](std::int32_t c) { return c != textreader::kBlack; });
+        return std::count_if(colors_.begin(), colors_.end(),
+                             [](std::int32_t c) { return c != textreader::kBlack; });
     }
     std::wstring Selected() const
     {

@@ -6,8 +6,8 @@
 
 namespace voxtrel::tests {
 
-// Texts that are hard on the scans: rich in marks, blanks and line breaks, with letters, numbers and what lies beyond
-// Latin-1 between them. The same seed gives the same texts everywhere.
+// Texts that are hard on the scans: rich in marks, blanks and line breaks, with letters, numbers and what
+// lies beyond Latin-1 between them. The same seed gives the same texts everywhere.
 class RandomTexts {
 public:
     explicit RandomTexts(unsigned seed) : random_(seed) {}
@@ -23,9 +23,13 @@ private:
     std::wstring Build(std::size_t pieces, bool loneBreaks)
     {
         static const std::wstring kPieces[] = {
-            L".", L"!", L"?", L",", L" ", L" ", L" ", L"\r\n", L"\r\n\r\n", L". ", L".\r\n", L"a", L"I", L"word", L"Hello",
-            L"7", L"3.14", L"\"", L"'", L"-", L":", L";", L"%", L"\t", L"\u00E9t\u00E9", L"\u00DF", L"\u00A3", L"\u201C",
-            L"\U0001F600", L"\\", L"...", L"Dr. ", L"don't", L"(", L")"};
+            L".",      L"!",      L"?",      L",",          L" ",
+            L" ",      L" ",      L"\r\n",   L"\r\n\r\n",   L". ",
+            L".\r\n",  L"a",      L"I",      L"word",       L"Hello",
+            L"7",      L"3.14",   L"\"",     L"'",          L"-",
+            L":",      L";",      L"%",      L"\t",         L"\u00E9t\u00E9",
+            L"\u00DF", L"\u00A3", L"\u201C", L"\U0001F600", L"\\",
+            L"...",    L"Dr. ",   L"don't",  L"(",          L")"};
         static const std::wstring kLoneBreaks[] = {L"\r", L"\n", L"\r\r", L"\n\r"};
         std::wstring text;
         for (std::size_t i = 0; i < pieces; ++i) {

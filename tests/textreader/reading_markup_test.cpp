@@ -54,7 +54,8 @@ TEST_F(BuildReadingMarkupTest, SectionInsideTheTextCountsFromTheTextsBeginning)
 
 TEST_F(BuildReadingMarkupTest, DigitsAndPunctuationJoinTheWord)
 {
-    EXPECT_EQ(Body(L"x etc., 3.14 1,000", 1, 17), L"\\Mrk=500003\\etc., \\Mrk=400009\\3.14 \\Mrk=500014\\1,000 ");
+    EXPECT_EQ(Body(L"x etc., 3.14 1,000", 1, 17),
+              L"\\Mrk=500003\\etc., \\Mrk=400009\\3.14 \\Mrk=500014\\1,000 ");
 }
 
 TEST_F(BuildReadingMarkupTest, LineBreakBecomesAPauseWithoutABookmarkOfItsOwn)
@@ -74,7 +75,8 @@ TEST_F(BuildReadingMarkupTest, WithThePauseOnEvenTheBlankOfTheEndMarkBecomesAPau
     shared.SAPITags = L"\\Ctx=\"E mail\"\\";
     EXPECT_EQ(Build(L"a b", 0, 3).markup,
               L"\\Ctx=\"E mail\"\\\\Spd=150\\\\Pit=140\\\\Vol=30000\\  \\chr=\"Whisper\"\\ "
-              L"\\map=\"\\Mrk=100001\\a;\\pau=250\\\\Mrk=100003\\b;\\pau=250\\\\Mrk=999999999\\;\\pau=250\\\"=\"\"\\");
+              L"\\map=\"\\Mrk=100001\\a;\\pau=250\\\\Mrk=100003\\b;\\pau=250\\\\Mrk=999999999\\;\\pau="
+              L"250\\\"=\"\"\\");
 }
 
 TEST_F(BuildReadingMarkupTest, MarksAreReplacedByTheirPronunciationAndWordsByTheirs)
@@ -141,7 +143,10 @@ TEST_F(BuildReadingMarkupTest, NothingIsReadPastTheEndOfTheText)
     EXPECT_TRUE(Build(L"", 0, 5).markup.empty());
 }
 
-TEST_F(BuildReadingMarkupTest, SectionWithoutAWordIsNotSpoken) { EXPECT_TRUE(Build(L"a \n\t \u20AC", 1, 5).markup.empty()); }
+TEST_F(BuildReadingMarkupTest, SectionWithoutAWordIsNotSpoken)
+{
+    EXPECT_TRUE(Build(L"a \n\t \u20AC", 1, 5).markup.empty());
+}
 
 struct PackingCase {
     WordMark mark;
@@ -152,12 +157,12 @@ struct PackingCase {
 constexpr PackingCase kPackingCases[] = {
     {{1, 1}, 100001, 1},
     {{49999, 5}, 549999, 5},
-    {{50000, 5}, 550000, 6},     // 5.5 goes to the even 6
-    {{50000, 4}, 450000, 4},     // 4.5 goes to the even 4
+    {{50000, 5}, 550000, 6}, // 5.5 goes to the even 6
+    {{50000, 4}, 450000, 4}, // 4.5 goes to the even 4
     {{50001, 5}, 550001, 6},
     {{99999, 1}, 199999, 2},
-    {{88888, 888}, 88788888, 888},       // the number of the end of the text is not a word's
-    {{99999, 9999}, 999899999, 9999},    // nor that of the end of a section
+    {{88888, 888}, 88788888, 888},    // the number of the end of the text is not a word's
+    {{99999, 9999}, 999899999, 9999}, // nor that of the end of a section
     {{0, 0}, 10001, 0},
 };
 

@@ -11,7 +11,8 @@ std::wstring Cut(const std::wstring& text, const std::optional<Section>& section
 {
     if (!section)
         return L"<none>";
-    return text.substr(static_cast<std::size_t>(section->startpos), static_cast<std::size_t>(section->strlength));
+    return text.substr(static_cast<std::size_t>(section->startpos),
+                       static_cast<std::size_t>(section->strlength));
 }
 
 std::wstring SentenceAt(const std::wstring& text, std::int32_t caret, std::int32_t oldScanStart = 0)
@@ -73,7 +74,7 @@ TEST(CurrentSentence, CaretOnALineBreakMovesOnlyWhenASectionWasThereBefore)
     EXPECT_EQ(SentenceAt(text, 5, 2), L"\r\nTwo.");
     const std::wstring unended = L"Hi. One\r\n\r\n. Two";
     EXPECT_EQ(SentenceAt(unended, 8, 0), L" One\r\n\r\n.");
-    EXPECT_EQ(SentenceAt(unended, 8, 2), L" Two");
+    EXPECT_EQ(SentenceAt(unended, 8, 2), L""); // the mark after the lines, by itself
 }
 
 TEST(CurrentSentence, EndsAtTheEndOfTheText)
@@ -150,7 +151,10 @@ TEST(PreviousParagraph, StepsOverLineBreaksStopAtTheFirstCharacter)
     EXPECT_TRUE(PreviousParagraph(L"\r", 0));
 }
 
-std::wstring WordAt(const std::wstring& text, std::int32_t caret) { return Cut(text, CurrentWord(text, caret)); }
+std::wstring WordAt(const std::wstring& text, std::int32_t caret)
+{
+    return Cut(text, CurrentWord(text, caret));
+}
 
 TEST(CurrentWord, RunsThroughTheDelimiterThatEndedIt)
 {
