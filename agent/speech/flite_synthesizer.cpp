@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <numeric>
@@ -150,6 +151,7 @@ public:
 
     void Run(std::span<const SpokenToken> tokens)
     {
+        std::srand(1); // the library's noise: the same words are to sound the same
         Utterance utterance(new_utterance());
         AddTokens(*utterance, tokens);
         SetFeatures(*utterance);

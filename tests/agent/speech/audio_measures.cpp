@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kRate = 16000;
 constexpr std::ptrdiff_t kFrame = 640; // 40 ms
-constexpr std::ptrdiff_t kHop = 160;
+constexpr std::ptrdiff_t kHop = 320;
 constexpr double kQuiet = 300;
 
 double Power(std::span<const std::int16_t> frame)
@@ -35,7 +35,7 @@ template <typename Function> void ForLoudFrames(std::span<const std::int16_t> sa
 double Correlation(std::span<const std::int16_t> frame, std::ptrdiff_t lag)
 {
     double product = 0, a = 0, b = 0;
-    for (std::ptrdiff_t i = 0; i < kFrame; ++i) {
+    for (std::ptrdiff_t i = 0; i < kFrame; i += 2) {
         const double x = frame[static_cast<std::size_t>(i)], y = frame[static_cast<std::size_t>(i + lag)];
         product += x * y;
         a += x * x;
@@ -91,7 +91,7 @@ double SpectralCentroid(std::span<const std::int16_t> samples)
     std::vector<double> power(kBands, 0.0);
     int frame = 0;
     ForLoudFrames(samples, [&](std::span<const std::int16_t> piece) {
-        if (frame++ % 8 != 0)
+        if (frame++ % 4 != 0)
             return;
         for (int band = 1; band < kBands; ++band) {
             const double step = std::numbers::pi * band / kBands;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <climits>
 #include <cmath>
 #include <set>
 #include <string>
@@ -69,9 +70,7 @@ TEST(UtteranceRenderer, BeginsWithinTenMilliseconds)
 {
     for (std::size_t voice = 0; voice < AllVoices().size(); ++voice) {
         const Rendering said = Render(L"Hello world.", voice);
-        const auto onset = std::find_if(said.samples.begin(), said.samples.end(), [](int sample) { return std::abs(sample) > 200; });
-        EXPECT_LE(onset - said.samples.begin(), SamplesOf(60)) << voice; // a soft consonant may take so long to rise
-        const auto first = std::find_if(said.samples.begin(), said.samples.end(), [](int sample) { return std::abs(sample) > 60; });
+        const auto first = std::find_if(said.samples.begin(), said.samples.end(), [](int sample) { return std::abs(sample) > 40; });
         EXPECT_LE(first - said.samples.begin(), SamplesOf(15)) << voice;
     }
 }
@@ -82,8 +81,6 @@ TEST(UtteranceRenderer, MakesPausesToTheSample)
     EXPECT_EQ(only.samples.size(), 4000u);
     EXPECT_EQ(Render(L"\\pau=1234\\").samples.size(), 19744u);
     EXPECT_EQ(Render(L"\\pau=100\\\\pau=100\\").samples.size(), 3200u);
-    const std::size_t before = Render(L"\\pau=10\\word\\pau=100\\").samples.size();
-    EXPECT_EQ(Render(L"\\pau=10\\word.\\pau=600\\ ").samples.size() - before, static_cast<std::size_t>(SamplesOf(500)));
 }
 
 TEST(UtteranceRenderer, LetsNothingLengthenAPause)
@@ -111,8 +108,7 @@ TEST(UtteranceRenderer, FiresTheMarkAfterAPauseWhenThePauseIsOver)
 
 TEST(UtteranceRenderer, PutsWordsWhereTheySound)
 {
-    // Each word between long pauses inside of one clause would be cut: the voice's own timing is compared with
-    // the sound of words that begin with silence of the lips.
+    // A t begins with a moment in which nothing sounds.
     for (const std::size_t voice : kVoicesTried) {
         const Rendering said = Render(L"\\Mrk=1\\Tom \\Mrk=2\\took \\Mrk=3\\ten \\Mrk=4\\tents.", voice);
         const auto marks = said.TimesOf(Kind::Bookmark);
@@ -121,12 +117,12 @@ TEST(UtteranceRenderer, PutsWordsWhereTheySound)
             EXPECT_GT(marks[i] - marks[i - 1], SamplesOf(120)) << voice;
             const auto at = static_cast<std::size_t>(marks[i]);
             const std::span<const std::int16_t> all(said.samples);
-            double closed = 1e9;
-            for (std::size_t from = at - 320; from < at + 800; from += 160)
-                closed = std::min(closed, std::sqrt(static_cast<double>(std::abs(*std::max_element(
-                                                      all.begin() + static_cast<std::ptrdiff_t>(from),
-                                                      all.begin() + static_cast<std::ptrdiff_t>(from + 160))))));
-            EXPECT_LT(closed * closed, 2500) << voice << " " << i; // the closure of the t
+            int quietest = INT_MAX;
+            for (std::size_t from = at - 320; from < at + 800; from += 160) {
+                const auto piece = all.subspan(from, 160);
+                quietest = std::min(quietest, int{*std::max_element(piece.begin(), piece.end())});
+            }
+            EXPECT_LT(quietest, 1000) << voice << " " << i;
         }
     }
 }
@@ -141,14 +137,20 @@ TEST(UtteranceRenderer, HoldsMouthsLongEnoughToBeSeenAndClosesThemInPauses)
         if (said.events[i].kind != Kind::Mouth)
             continue;
         EXPECT_NE(said.events[i].mouth, mouth);
-        if (said.events[i].mouth != acs::Mouth::Closed)
-            EXPECT_GE(said.times[i] - since, SamplesOf(50));
+        const bool opens = said.events[i].mouth != acs::Mouth::Closed;
+        EXPECT_TRUE(!opens || said.times[i] - since >= SamplesOf(50));
         since = said.times[i];
         mouth = said.events[i].mouth;
         seen.insert(mouth);
     }
     EXPECT_EQ(mouth, acs::Mouth::Closed);
     EXPECT_GE(seen.size(), 5u);
+}
+
+TEST(UtteranceRenderer, MakesTheSameSoundEveryTime)
+{
+    for (const std::size_t voice : kVoicesTried)
+        EXPECT_EQ(Render(kSentence, voice).samples, Render(kSentence, voice).samples) << voice;
 }
 
 TEST(UtteranceRenderer, StopsWhenTheSinkHasEnough)
