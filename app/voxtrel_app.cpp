@@ -7,17 +7,18 @@
 #include "app/main.h"
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
+#include "app/program_rooms.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/no_accessibility.h"
 #include "platform/settings_backend.h"
+#include "platform/sound_drivers.h"
 #include "settings/file_path.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
 #include "settings/shared_settings.h"
 #include "settings/string_table.h"
 
-#include <wx/filename.h>
 #include <wx/intl.h>
 #include <wx/utils.h>
 
@@ -61,11 +62,11 @@ std::wstring AsCommandString(const CommandLine& line)
 
 bool NeedsRunningInstance(RunMode mode) { return mode == RunMode::Quit || mode == RunMode::Execute; }
 
-settings::StringTable LoadStrings(const std::wstring& folder)
+settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 {
     const wxString language = wxLocale::GetLanguageCanonicalName(wxLocale::GetSystemLanguage());
     settings::LoadedStringTable loaded =
-        settings::LoadStringTable(folder + wxFileName::GetPathSeparator() + L"strings", language.ToStdWstring());
+        settings::LoadStringTable(folder.Beside(L"strings"), language.ToStdWstring());
     for (const std::wstring& problem : loaded.problems)
         platform::WriteError(problem + L"\n");
     return std::move(loaded.table);
@@ -76,9 +77,10 @@ settings::StringTable LoadStrings(const std::wstring& folder)
 // One of everything. Each line needs only what stands above it.
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
-        : folder(folderPath), strings(LoadStrings(folderPath)), backend(platform::MakeSettingsBackend()),
+        : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()),
-          frame(new MainFrame(folderPath + wxFileName::GetPathSeparator() + L"icons")), messages(frame)
+          frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          rooms(store, shared, trace, [this] { frame->DoEvents(); })
     {
     }
 
@@ -102,7 +104,7 @@ struct VoxtrelApp::House {
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
     Trace trace;
-    Rooms rooms;
+    ProgramRooms rooms;
     std::unique_ptr<agent::Control> agent1;
     std::unique_ptr<Main> main;
     std::unique_ptr<platform::CommandServer> commands;
@@ -117,6 +119,7 @@ VoxtrelApp::~VoxtrelApp() = default;
 // tests and bug reports.
 std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
 {
+    platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))

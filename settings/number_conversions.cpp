@@ -24,7 +24,7 @@ public:
 
     char Peek() const
     {
-        if (position_ >= text_.size() || text_[position_] > L'\x7F' || text_[position_] < L'\0')
+        if (position_ >= text_.size() || static_cast<char32_t>(text_[position_]) >= 0x80)
             return '\0';
         return static_cast<char>(text_[position_]);
     }

@@ -69,6 +69,8 @@ std::vector<std::wstring> ProgramFolder::CharacterNames() const
     return names;
 }
 
+std::wstring ProgramFolder::Beside(std::wstring_view name) const { return Join(path_, name); }
+
 std::wstring ProgramFolder::AccServer() const { return Join(path_, kAccServerName); }
 
 std::wstring ProgramFolder::HelpFile() const { return Join(Join(path_, L"Help"), L"helpfile.hlp"); }

@@ -21,6 +21,9 @@ public:
     // The names of all characters, without extension, in alphabetical order.
     std::vector<std::wstring> CharacterNames() const;
 
+    // A file or folder of this name in the program folder.
+    std::wstring Beside(std::wstring_view name) const;
+
     std::wstring AccServer() const;
     std::wstring HelpFile() const;
 

@@ -1,5 +1,6 @@
-// Text files are told apart in this order: a byte order mark decides; zero bytes in every other place mean UTF-16;
-// any other zero byte means that the file is no text; what is valid UTF-8 is UTF-8; the rest is the Western code page.
+// Text files are told apart in this order: a byte order mark decides; zero bytes in every other place mean
+// UTF-16; any other zero byte means that the file is no text; what is valid UTF-8 is UTF-8; the rest is the
+// Western code page.
 
 #include "textreader/text_file.h"
 
@@ -121,7 +122,8 @@ LoadedText LoadTextFile(const std::wstring& path)
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         return {{}, L"The file \"" + path + L"\" cannot be read."};
-    if (std::filesystem::is_regular_file(file, error) && std::filesystem::file_size(file, error) > kMaxFileBytes)
+    if (std::filesystem::is_regular_file(file, error) &&
+        std::filesystem::file_size(file, error) > kMaxFileBytes)
         return {{}, L"The file \"" + path + L"\" is too large to be read aloud."};
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     if (stream.bad())

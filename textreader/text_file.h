@@ -10,8 +10,8 @@ struct LoadedText {
     std::wstring error; // empty when the text was loaded; else a sentence for the user
 };
 
-// What the bytes of a text file say: UTF-8 and UTF-16 with or without a byte order mark, else the Western code page.
-// Line ends become CR LF. Bytes that are no text give an error.
+// What the bytes of a text file say: UTF-8 and UTF-16 with or without a byte order mark, else the Western
+// code page. Line ends become CR LF. Bytes that are no text give an error.
 LoadedText DecodeText(std::string_view bytes);
 
 // Reads a file whole and decodes it. Errors name the file.

@@ -1,5 +1,6 @@
 #include "agent/view/character_window.h"
 
+#include <wx/display.h>
 #include <wx/utils.h>
 
 #include <utility>
@@ -41,15 +42,43 @@ CharacterWindow::CharacterWindow(const wxString& name, stage::PointerInput& inpu
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { input_.PressLost(); });
 }
 
-void CharacterWindow::ShowFrame(const stage::Picture& picture, const wxPoint& topLeft)
+void CharacterWindow::ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxPoint& topLeft)
 {
-    const stage::RowRange rows = stage::RowsInUse(picture);
-    if (rows.end == rows.first) {
+    picture_ = std::move(picture);
+    // Window managers pull a window that was moved off the screen back to its edge, so it is hidden instead.
+    if (!AnythingToSee(topLeft)) {
         Hide();
         return;
     }
-    SetPicture(picture, topLeft);
+    SetPicture(*picture_, topLeft);
     Appear();
+}
+
+void CharacterWindow::MoveFrame(const wxPoint& topLeft)
+{
+    if (picture_ == nullptr)
+        return;
+    if (IsShown() && AnythingToSee(topLeft))
+        MovePicture(topLeft);
+    else
+        ShowFrame(picture_, topLeft);
+}
+
+void CharacterWindow::HideFrame()
+{
+    picture_.reset();
+    Hide();
+}
+
+bool CharacterWindow::AnythingToSee(const wxPoint& topLeft) const
+{
+    const stage::RowRange rows = stage::RowsInUse(*picture_);
+    const wxRect used(topLeft.x, topLeft.y + rows.first, picture_->size.width, rows.end - rows.first);
+    for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+        if (wxDisplay(i).GetGeometry().Intersects(used))
+            return true;
+    }
+    return false;
 }
 
 void CharacterWindow::OnPress(wxMouseEvent& event)

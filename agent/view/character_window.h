@@ -17,10 +17,13 @@ public:
     // input outlives the window.
     CharacterWindow(const wxString& name, stage::PointerInput& input, MenuHook menu);
 
-    // A picture without a single pixel hides the window until the next one.
-    void ShowFrame(const stage::Picture& picture, const wxPoint& topLeft);
+    void ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxPoint& topLeft);
+    void MoveFrame(const wxPoint& topLeft);
+    void HideFrame();
 
 private:
+    // Of the picture at its place, anything can be seen.
+    bool AnythingToSee(const wxPoint& topLeft) const;
     void OnPress(wxMouseEvent& event);
     void OnDoublePress(wxMouseEvent& event);
     void OnRelease(wxMouseEvent& event);
@@ -28,6 +31,7 @@ private:
 
     stage::PointerInput& input_;
     MenuHook menu_;
+    std::shared_ptr<const stage::Picture> picture_; // null while hidden
 };
 
 } // namespace voxtrel::agent::view

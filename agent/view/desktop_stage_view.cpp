@@ -41,15 +41,10 @@ public:
 
     void ShowFrame(std::shared_ptr<const stage::Picture> picture, stage::Point topLeft) override
     {
-        character_->ShowFrame(*picture, wxPoint(topLeft.x, topLeft.y));
+        character_->ShowFrame(std::move(picture), wxPoint(topLeft.x, topLeft.y));
     }
-
-    void MoveFrame(stage::Point topLeft) override
-    {
-        character_->Move(topLeft.x, topLeft.y, wxSIZE_ALLOW_MINUS_ONE);
-    }
-
-    void HideFrame() override { character_->Hide(); }
+    void MoveFrame(stage::Point topLeft) override { character_->MoveFrame(wxPoint(topLeft.x, topLeft.y)); }
+    void HideFrame() override { character_->HideFrame(); }
 
     void ShowBalloon(const stage::BalloonPicture& balloon) override
     {

@@ -57,9 +57,10 @@ ShapedWindow::ShapedWindow(const wxString& title)
 
 void ShapedWindow::SetPicture(const stage::Picture& picture, const wxPoint& topLeft)
 {
-    const wxSize size(picture.size.width, picture.size.height);
-    if (GetSize() != size || GetPosition() != topLeft)
-        SetSize(topLeft.x, topLeft.y, size.x, size.y, wxSIZE_ALLOW_MINUS_ONE);
+    const wxRect bounds(topLeft, wxSize(picture.size.width, picture.size.height));
+    if (bounds_ != bounds)
+        SetSize(bounds.x, bounds.y, bounds.width, bounds.height, wxSIZE_ALLOW_MINUS_ONE);
+    bounds_ = bounds;
     bitmap_ = BitmapOf(picture);
     if (shapeSize_ != picture.size || shape_ != picture.mask) {
         SetShape(RegionOf(picture));
@@ -67,6 +68,12 @@ void ShapedWindow::SetPicture(const stage::Picture& picture, const wxPoint& topL
         shape_ = picture.mask;
     }
     Refresh(false);
+}
+
+void ShapedWindow::MovePicture(const wxPoint& topLeft)
+{
+    bounds_.SetPosition(topLeft);
+    Move(topLeft, wxSIZE_ALLOW_MINUS_ONE);
 }
 
 void ShapedWindow::Appear()

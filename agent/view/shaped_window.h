@@ -21,6 +21,7 @@ public:
 protected:
     // Takes on the picture's outline and colours, at this place. Nothing is done that would change nothing.
     void SetPicture(const stage::Picture& picture, const wxPoint& topLeft);
+    void MovePicture(const wxPoint& topLeft);
     void Appear();
 
     // What stands on the picture.
@@ -29,6 +30,7 @@ protected:
 private:
     void OnPaint(wxPaintEvent& event);
 
+    wxRect bounds_; // as last asked of the window manager
     wxBitmap bitmap_;
     stage::Size shapeSize_;
     std::vector<std::uint8_t> shape_; // the mask that the window's outline was made of

@@ -1,6 +1,6 @@
 #include "platform/console.h"
 
-#include "platform/windows/windows_api.h"
+#include "platform/windows/windows_headers.h"
 #include "settings/text_case.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "platform/single_instance.h"
 
-#include "platform/windows/windows_api.h"
+#include "platform/windows/windows_headers.h"
 
 namespace voxtrel::platform {
 namespace {

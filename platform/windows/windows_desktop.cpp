@@ -1,6 +1,6 @@
 #include "platform/desktop.h"
 
-#include "platform/windows/windows_api.h"
+#include "platform/windows/windows_headers.h"
 
 namespace voxtrel::platform {
 namespace {

@@ -67,7 +67,8 @@ TEST(LoadTextFile, ErrorsNameTheFile)
 
 TEST(LoadTextFile, ReadsTheFile)
 {
-    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / settings::ToPath(L"grüße.txt");
+    const std::filesystem::path file =
+        std::filesystem::path(testing::TempDir()) / settings::ToPath(L"grüße.txt");
     std::ofstream(file, std::ios::binary) << "one\ntwo";
     EXPECT_EQ(LoadTextFile(settings::FromPath(file)).text, L"one\r\ntwo");
 }

@@ -439,7 +439,9 @@ private:
         int now = 0; // hundredths of a second since the start
         for (SourceFrame& frame : animation_.frames) {
             for (const Sway& sway : sways_) {
-                const double swing = std::sin(2 * std::numbers::pi * now / sway.period);
+                // Exactly at rest after each half period: a sine that just misses 0 makes a new picture.
+                const bool atRest = 2 * now % sway.period == 0;
+                const double swing = atRest ? 0 : std::sin(2 * std::numbers::pi * now / sway.period);
                 for (Layer& layer : frame.layers) {
                     PartStance& part = layer.stance.parts[static_cast<std::size_t>(sway.part)];
                     part.rotate += sway.rotate * swing;

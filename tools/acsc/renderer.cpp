@@ -9,6 +9,7 @@
 #include <librsvg/rsvg.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -149,9 +150,7 @@ public:
             const cairo_matrix_t matrix = ToCairo(toSamples_ * TransformOf(parts, stance, i) * fromSamples_);
             if (matrix.xx * matrix.yy - matrix.xy * matrix.yx == 0)
                 continue; // scaled to nothing
-            cairo_set_matrix(context.get(), &matrix);
-            cairo_set_source_surface(context.get(), elements_.at(as.draw).get(), 0, 0);
-            cairo_paint_with_alpha(context.get(), as.opacity);
+            Paint(context.get(), elements_.at(as.draw), matrix, as.opacity);
         }
         if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS)
             throw SourceError(0, std::string("drawing failed: ") +
@@ -160,6 +159,30 @@ public:
     }
 
 private:
+    struct Element {
+        Surface recording;
+        double x = 0, y = 0, width = 0, height = 0; // of what it paints
+    };
+
+    static void Paint(cairo_t* context, const Element& element, const cairo_matrix_t& matrix, double opacity)
+    {
+        // Played back without a clip, each element would cost a layer of the size of the frame.
+        cairo_save(context);
+        cairo_set_matrix(context, &matrix);
+        cairo_rectangle(context, element.x, element.y, element.width, element.height);
+        cairo_identity_matrix(context);
+        double left = 0, top = 0, right = 0, bottom = 0;
+        cairo_path_extents(context, &left, &top, &right, &bottom);
+        cairo_new_path(context);
+        cairo_rectangle(context, std::floor(left) - 1, std::floor(top) - 1, std::ceil(right - left) + 3,
+                        std::ceil(bottom - top) + 3);
+        cairo_clip(context);
+        cairo_set_matrix(context, &matrix);
+        cairo_set_source_surface(context, element.recording.get(), 0, 0);
+        cairo_paint_with_alpha(context, opacity);
+        cairo_restore(context);
+    }
+
     void Record(const std::string& id, int line)
     {
         if (elements_.contains(id))
@@ -177,8 +200,9 @@ private:
         if (!home)
             throw SourceError(line, "no drawing has an element with the id '" + id + "'");
 
-        Surface recording(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
-        const Context context(cairo_create(recording.get()));
+        Element element;
+        element.recording.reset(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+        const Context context(cairo_create(element.recording.get()));
         const RsvgRectangle viewport{0, 0, static_cast<double>(width_), static_cast<double>(height_)};
         const std::string error = ErrorOf([&](GError** raw) {
             return rsvg_handle_render_layer(home->handle.get(), context.get(), reference.c_str(), &viewport,
@@ -186,14 +210,16 @@ private:
         });
         if (!error.empty())
             throw SourceError(line, "'" + id + "' in '" + home->file + "': " + error);
-        elements_.emplace(id, std::move(recording));
+        cairo_recording_surface_ink_extents(element.recording.get(), &element.x, &element.y, &element.width,
+                                            &element.height);
+        elements_.emplace(id, std::move(element));
     }
 
     int width_; // in samples
     int height_;
     Affine toSamples_, fromSamples_; // from drawing units and back
     std::vector<Drawing> drawings_;
-    std::map<std::string, Surface> elements_; // recordings, in samples
+    std::map<std::string, Element> elements_; // in samples
 };
 
 Renderer::Renderer(const CharacterSource& source, const std::filesystem::path& folder)

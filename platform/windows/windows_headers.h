@@ -1,6 +1,6 @@
 #pragma once
 
-// The one way to the system's own header, with the macros that keep it small.
+// The one way to the headers of Windows: without the rarely used half, and without its min and max.
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
