@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ClauseCutter cutter(markup);
     while (true) {
         const Clause clause = cutter.Next();
-        Require(clause.tokens.size() <= 256 && clause.cues.size() <= 1024);
+        Require(clause.tokens.size() <= 64 && clause.cues.size() <= 1024);
         std::size_t last = 0;
         for (const Cue& cue : clause.cues) {
             Require(cue.token >= last && cue.token <= clause.tokens.size());
