@@ -210,6 +210,13 @@ void TextReader::ResumeSpeech()
         Speak(std::wstring(kEndOfTextTag));
 }
 
+void TextReader::PrepareNavigation()
+{
+    ClearOneShots();
+    window_.ReleasePause();
+    ResetToBlack();
+}
+
 void TextReader::ResetToBlack()
 {
     StopAll();
@@ -262,12 +269,15 @@ void TextReader::NoteUserCaret()
 
 void TextReader::Speak(std::wstring markup)
 {
-    if (shared_.character != nullptr)
-        agent::Ignore(shared_.character->Speak(std::move(markup)));
+    if (shared_.character == nullptr)
+        return;
+    speaking_ = true;
+    agent::Ignore(shared_.character->Speak(std::move(markup)));
 }
 
 void TextReader::StopAll()
 {
+    speaking_ = false;
     if (shared_.character != nullptr)
         agent::Ignore(shared_.character->StopAll());
 }

@@ -55,6 +55,13 @@ public:
     // has placed the caret since, it stays.
     void ResetToBlack();
 
+    // What every navigation begins with: a pause and the flags of the reading before are over, and
+    // ResetToBlack.
+    void PrepareNavigation();
+
+    // Whether a section is being spoken: from the call on until its end was heard or it was stopped.
+    bool Reading() const { return speaking_; }
+
     // Follows a change of the text, which the box already has: section, highlight and the words still to be
     // heard keep their places.
     void TextEdited(const TextEdit& edit);
@@ -107,6 +114,7 @@ private:
     bool wholeText_ = false; // as readingAll_, but not for a resumed section
     bool keepHighlight_ = false;
     bool endPending_ = false;
+    bool speaking_ = false;
 
     std::vector<WordMark> marks_; // of the utterance being spoken, in order
     std::size_t nextMark_ = 0;

@@ -376,6 +376,7 @@ constexpr MovedCase kMovedCases[] = {
     {{5, 9}, {3, 10, 0}, {3, 3}}, // more than it
     {{5, 9}, {3, 4, 1}, {4, 6}},  // its beginning
     {{5, 9}, {7, 4, 1}, {5, 7}},  // its end
+    {{5, 5}, {5, 0, 3}, {5, 5}},  // an empty one
     {{5, 9}, {6, 2, 0}, {5, 7}},  // from its middle
 };
 
