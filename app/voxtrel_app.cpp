@@ -7,10 +7,12 @@
 #include "app/main.h"
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
+#include "app/program_rooms.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/no_accessibility.h"
 #include "platform/settings_backend.h"
+#include "platform/sound_drivers.h"
 #include "settings/file_path.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
@@ -77,7 +79,8 @@ struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()),
-          frame(new MainFrame(folder.Beside(L"icons"))), messages(frame)
+          frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          rooms(store, shared, trace, [this] { frame->DoEvents(); })
     {
     }
 
@@ -101,7 +104,7 @@ struct VoxtrelApp::House {
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
     Trace trace;
-    Rooms rooms;
+    ProgramRooms rooms;
     std::unique_ptr<agent::Control> agent1;
     std::unique_ptr<Main> main;
     std::unique_ptr<platform::CommandServer> commands;
@@ -116,6 +119,7 @@ VoxtrelApp::~VoxtrelApp() = default;
 // tests and bug reports.
 std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
 {
+    platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))

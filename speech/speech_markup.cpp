@@ -101,32 +101,51 @@ public:
 
     void WriteAll()
     {
+        markup_.reserve(markup_.size() + ExpectedSize());
         while (position_ < text_.size()) {
-            const auto c = static_cast<char32_t>(text_[position_]);
-            if (c >= kLatin1Characters.size()) {
-                TakeBeyondLatin1();
-                continue;
-            }
-            const Latin1Character character = kLatin1Characters[c];
-            if (character.kind == Kind::Separator) {
-                EndToken();
-                Emit(position_, position_ + 1, table_.FindLatin1(static_cast<unsigned char>(c)));
-                tokenStart_ = ++position_;
-            } else {
-                TakeIntoToken(character.lower);
-                if (character.kind == Kind::CarriageReturn)
-                    AddPause();
-            }
+            TakeRun();
+            if (position_ < text_.size())
+                TakeOther();
         }
         EndToken();
         CopyUpTo(text_.size());
     }
 
 private:
-    void TakeIntoToken(char32_t lower)
+    // A little more than most texts need: to grow a long markup costs more than to make it.
+    std::size_t ExpectedSize() const
     {
-        hash_ = PronunciationTable::Hash(hash_, lower);
-        ++position_;
+        constexpr std::size_t kHiddenGrowth = 5; // a tag around each word and each blank
+        return shown_ == Shown::Nothing ? text_.size() * kHiddenGrowth : text_.size() + text_.size() / 4;
+    }
+
+    // Takes Latin-1 characters as long as they belong to a token.
+    void TakeRun()
+    {
+        std::size_t position = position_;
+        std::uint64_t hash = hash_;
+        for (; position < text_.size(); ++position) {
+            const auto c = static_cast<char32_t>(text_[position]);
+            if (c >= kLatin1Characters.size() || kLatin1Characters[c].kind != Kind::InToken)
+                break;
+            hash = PronunciationTable::Hash(hash, kLatin1Characters[c].lower);
+        }
+        position_ = position;
+        hash_ = hash;
+    }
+
+    void TakeOther()
+    {
+        const auto c = static_cast<char32_t>(text_[position_]);
+        if (c >= kLatin1Characters.size()) {
+            TakeBeyondLatin1();
+        } else if (kLatin1Characters[c].kind == Kind::CarriageReturn) {
+            AddPause();
+        } else {
+            EndToken();
+            Emit(position_, position_ + 1, table_.FindLatin1(static_cast<unsigned char>(c)));
+            tokenStart_ = ++position_;
+        }
     }
 
     // A few code points beyond Latin-1 have a Latin-1 letter for their lower case (the Kelvin sign).
@@ -135,7 +154,8 @@ private:
         const settings::CodePoint next = settings::CodePointAt(text_, position_);
         const char32_t lower = settings::SimpleLower(next.value);
         if (IsLowerCaseLetter(lower)) {
-            TakeIntoToken(lower);
+            hash_ = PronunciationTable::Hash(hash_, lower);
+            position_ += next.length;
             return;
         }
         EndToken();
@@ -145,15 +165,14 @@ private:
         tokenStart_ = end;
     }
 
-    // After the carriage return at the end of what is taken: from here on the token is no longer a piece of
-    // the text.
+    // From the carriage return on the token is no longer a piece of the text.
     void AddPause()
     {
-        pausedToken_.append(text_.substr(tokenStart_, position_ - 1 - tokenStart_));
+        pausedToken_.append(text_.substr(tokenStart_, position_ - tokenStart_));
         pausedToken_ += kCarriageReturnPause;
         if (!pausedTokenStart_)
             pausedTokenStart_ = tokenStart_;
-        tokenStart_ = position_;
+        tokenStart_ = ++position_;
     }
 
     void EndToken()
@@ -193,9 +212,12 @@ private:
     {
         markup_ += L"\\map=\"";
         markup_ += spoken != nullptr ? std::wstring_view(*spoken) : token;
+        if (shown_ == Shown::Nothing) {
+            markup_ += L"\"=\"\"\\";
+            return;
+        }
         markup_ += L"\"=\"";
-        if (shown_ == Shown::AsWritten)
-            markup_ += token;
+        markup_ += token;
         markup_ += L"\"\\";
     }
 

@@ -96,12 +96,10 @@ public:
     RegistryWatch(const RegistryWatch&) = delete;
     RegistryWatch& operator=(const RegistryWatch&) = delete;
 
-    // Since the last call. Without a watch every moment counts as a change.
+    // Since the last call. A key that cannot be watched does not change.
     bool Changed()
     {
-        if (!armed_)
-            return true;
-        if (::WaitForSingleObject(event_, 0) != WAIT_OBJECT_0)
+        if (!armed_ || ::WaitForSingleObject(event_, 0) != WAIT_OBJECT_0)
             return false;
         Arm();
         return true;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cwchar>
 #include <sstream>
 
 namespace voxtrel::platform {
@@ -116,6 +118,8 @@ TEST_F(RegistrySettingsBackendTest, TellsOnceThatItCannotWriteAndGoesOn)
                                    complaints); // longer than the name of a key can be
     broken.Write(L"App", L"s", L"one", L"1");
     broken.Write(L"App", L"s", L"two", L"2");
+    EXPECT_EQ(broken.Read(L"App", L"s", L"one"), L"1");
+    EXPECT_EQ(broken.Pairs(L"App", L"s").size(), 2u);
     const std::string all = complaints.str();
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 1);
 }

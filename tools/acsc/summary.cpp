@@ -145,7 +145,7 @@ std::string Description(const CharacterFile& character)
     for (const auto& state : character.states) {
         text += "  " + Utf8FromWide(state.name) + ":";
         for (const std::wstring& name : state.animations)
-            text += " " + Utf8FromWide(name);
+            text.append(" ").append(Utf8FromWide(name));
         text += "\n";
     }
     text += "Animations\n";

@@ -58,7 +58,7 @@ TEST_F(Speaking, MouthIsGoneWithTheNextFrame)
     ShowGenie();
     Ignore(genie->Speak(L"hello"));
     Ignore(genie->Play(L"wave"));
-    view->Run(200);
+    view->Run(150);
     EXPECT_EQ(ShownImage(), 6);
     EXPECT_EQ(ShownMouth(), -1);
 }
@@ -80,7 +80,7 @@ TEST_F(Speaking, BookmarksArriveInOrderAsTheyAreReached)
     ShowGenie();
     Ignore(genie->Speak(L"#1 one #2 two #3 #4"));
     view->Run(50);
-    EXPECT_EQ(events.Take(), (Lines{L"start Speak", L"balloon shown", L"bookmark 1"}));
+    EXPECT_EQ(events.Take(), (Lines{L"start Speak", L"bookmark 1", L"balloon shown"}));
     view->Run(100);
     EXPECT_EQ(events.Take(), (Lines{L"bookmark 2"}));
     view->Run(100);

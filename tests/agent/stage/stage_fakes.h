@@ -1,5 +1,6 @@
 #pragma once
 
+#include "agent/control.h"
 #include "agent/speech/speech_engine.h"
 #include "agent/stage/stage_view.h"
 

@@ -78,10 +78,10 @@ protected:
     FakeSpeechEngine* engine = nullptr;
     RecordedEvents events;
     std::function<int(int)> chance;
-    std::unique_ptr<EmbeddedControl> control;
+    std::vector<std::wstring> animations;     // begun
+    std::vector<std::wstring> frames;         // shown, as "Wave 0"
+    std::unique_ptr<EmbeddedControl> control; // tells of its end, too: the last to come, the first to go
     Character* genie = nullptr;
-    std::vector<std::wstring> animations; // begun
-    std::vector<std::wstring> frames;     // shown, as "Wave 0"
 
 private:
     void OnTrace(const TraceEvent& event)

@@ -45,7 +45,7 @@ TEST_F(StopAll, NoBookmarkArrivesLater)
     ShowGenie();
     Ignore(genie->Speak(L"#1 one #2 two #3"));
     view->Run(50);
-    EXPECT_EQ(events.Take(), (Lines{L"start Speak", L"balloon shown", L"bookmark 1"}));
+    EXPECT_EQ(events.Take(), (Lines{L"start Speak", L"bookmark 1", L"balloon shown"}));
     Ignore(genie->StopAll());
     view->Run(5000);
     for (const std::wstring& line : events.Take())

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <optional>
+#include <string>
+
+namespace voxtrel::platform {
+
+// The text on the clipboard when it was copied in one of the program's own windows, owner being that window;
+// nothing when the owner is not one of them.
+std::optional<std::wstring> ToolkitClipboardText(xcb_window_t owner);
+
+} // namespace voxtrel::platform

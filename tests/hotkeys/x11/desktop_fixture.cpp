@@ -1,0 +1,168 @@
+#include "desktop_fixture.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace voxtrel::platform {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string ReadLine(int descriptor)
+{
+    std::string line;
+    char c = 0;
+    while (read(descriptor, &c, 1) == 1 && c != '\n')
+        line += c;
+    return line;
+}
+
+} // namespace
+
+Child::Child(const std::vector<std::string>& command, int keepOpen)
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        return;
+    std::vector<char*> arguments;
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    process_ = fork();
+    if (process_ == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        if (keepOpen >= 0)
+            fcntl(keepOpen, F_SETFD, 0);
+        execvp(arguments[0], arguments.data());
+        _exit(127);
+    }
+    close(ends[1]);
+    output_ = ends[0];
+    fcntl(output_, F_SETFL, O_NONBLOCK);
+}
+
+Child::~Child()
+{
+    if (!HasEnded()) {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+    }
+    close(output_);
+}
+
+const std::string& Child::Output()
+{
+    char piece[4096];
+    ssize_t size = 0;
+    while ((size = read(output_, piece, sizeof piece)) > 0)
+        text_.append(piece, static_cast<std::size_t>(size));
+    return text_;
+}
+
+bool Child::HasEnded()
+{
+    if (!ended_ && waitpid(process_, nullptr, WNOHANG) == process_)
+        ended_ = true;
+    return ended_;
+}
+
+void Child::Signal(int number) const { kill(process_, number); }
+
+void TestDesktop::SetUp()
+{
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    server_ = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]),
+                                                               "-screen", "0", "800x600x24", "-nolisten",
+                                                               "tcp", "-noreset"},
+                                      ends[1]);
+    close(ends[1]);
+    const std::string number = ReadLine(ends[0]);
+    close(ends[0]);
+    ASSERT_FALSE(number.empty()) << "no X server";
+    setenv("DISPLAY", (":" + number).c_str(), 1);
+    unsetenv("WAYLAND_DISPLAY");
+    manager_ = std::make_unique<Child>(std::vector<std::string>{"openbox"});
+    X11Connection display;
+    ASSERT_TRUE(display.IsOpen());
+    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    while (
+        display.Numbers(display.Root(), display.Atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW).empty()) {
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "no window manager";
+        std::this_thread::yield();
+    }
+}
+
+void TestDesktop::TearDown()
+{
+    manager_.reset();
+    server_.reset();
+}
+
+bool X11Test::Until(const std::function<bool()>& condition, std::chrono::milliseconds patience)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        pollfd requests{clipboard.FileDescriptor(), POLLIN, 0};
+        poll(&requests, 1, 5);
+        clipboard.ServeRequests();
+    }
+    return true;
+}
+
+std::unique_ptr<Child> X11Test::StartTarget(std::vector<std::string> options, NativeWindow& window)
+{
+    options.insert(options.begin(), VOXTREL_TARGET_PROGRAM);
+    auto target = std::make_unique<Child>(options);
+    EXPECT_TRUE(Until([&] { return target->Output().find('\n') != std::string::npos; }))
+        << "no target program";
+    constexpr std::size_t kBehindWord = 7; // "window "
+    window = std::stoul(target->Output().substr(kBehindWord));
+    EXPECT_TRUE(Until([&] { return windows.HasFocus(window); })) << "the target does not come to the front";
+    return target;
+}
+
+void X11Test::Fingers(const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> command = {"xdotool"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    Ask(command);
+}
+
+std::string X11Test::Ask(const std::vector<std::string>& command)
+{
+    Child program(command);
+    EXPECT_TRUE(Until([&] {
+        program.Output();
+        return program.HasEnded();
+    })) << command.front();
+    return program.Output();
+}
+
+bool X11Test::IsDown(int virtualKey)
+{
+    bool down = false;
+    // Behind the millisecond that one look at the keyboard lasts.
+    const auto looked = std::chrono::steady_clock::now();
+    Until([&] { return std::chrono::steady_clock::now() - looked > 2ms; });
+    down = keys.GetAsyncKeyState(virtualKey) < 0;
+    return down;
+}
+
+} // namespace voxtrel::platform
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    if (!GTEST_FLAG_GET(list_tests))
+        ::testing::AddGlobalTestEnvironment(new voxtrel::platform::TestDesktop);
+    return RUN_ALL_TESTS();
+}
