@@ -79,6 +79,8 @@ private:
     void BeginSelect();
     void ReadFound(const std::optional<Section>& found);
     void Publish(const Section& section);
+    void NarrowTo(const std::optional<Section>& around);
+    std::int32_t WordHeard() const;
     void ClearOneShots();
 
     void Select(std::int32_t start, std::int32_t length);
@@ -100,6 +102,7 @@ private:
 
     std::int32_t scanStart_ = 0;
     std::int32_t scanEnd_ = 0;
+    bool sectionIsText_ = false;
     std::int32_t lastRead_ = 0; // 1-based position of the last character of the section
     TextRange highlighted_;     // all that has a colour
 

@@ -93,6 +93,26 @@ TEST(TextReader, WholeTextIsReadFromItsFirstCharacterAndQueuesTheEndMarks)
     EXPECT_EQ(room.window.hiddenFocused, 1);
 }
 
+TEST(TextReader, NavigationFromTheWholeTextBeginsAtTheWordHeard)
+{
+    ReadingRoom room(L"One two. Three four. Five six. Seven.");
+    room.reader.speakWindowText();
+    for (const std::int32_t number : {300001, 400005, 500010})
+        room.reader.agent1_Bookmark(number);
+    room.reader.PrepareNavigation();
+    room.reader.SelectNextSentence();
+    EXPECT_EQ(room.Section(), L" Five six.");
+    room.reader.speakWindowText();
+    for (const std::int32_t number : {300001, 400005, 500010})
+        room.reader.agent1_Bookmark(number);
+    room.reader.SelectPreviousWord();
+    EXPECT_EQ(room.Section(), L"two.");
+    room.reader.speakWindowText();
+    room.reader.SelectNextSentence();
+    EXPECT_EQ(room.reader.startpos, 0);
+    EXPECT_EQ(room.reader.strlength, 7);
+}
+
 TEST(TextReader, AutoCloseQueuesTheMarkThatClosesTheWindow)
 {
     ReadingRoom room(L"Go on.");

@@ -10,8 +10,10 @@
 
 #include <wx/colordlg.h>
 #include <wx/display.h>
+#include <wx/filename.h>
 #include <wx/fontdlg.h>
 #include <wx/iconbndl.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 
 #include <array>
@@ -52,8 +54,8 @@ public:
 frmTextReader::frmTextReader(const ReaderServices& services)
     : wxFrame(nullptr, wxID_ANY, "2911:Text Reader", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE | wxSTAY_ON_TOP),
-      services_(services), pronunciations_(services_.store),
-      rtf_textbox_(this, [this](const TextEdit& edit) { reader_.TextEdited(edit); }),
+      services_(services), pronunciations_(services_.store), page_(new wxPanel(this)),
+      rtf_textbox_(page_, [this](const TextEdit& edit) { reader_.TextEdited(edit); }),
       Timer1_(this, wxWindow::NewControlId()), Timer_(this, wxWindow::NewControlId()),
       reader_(rtf_textbox_, *this, services_.shared, pronunciations_)
 {
@@ -67,17 +69,27 @@ frmTextReader::~frmTextReader() = default;
 void frmTextReader::MakeControls()
 {
     settings::SetTag(*this, L"2911");
+    const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
+        wxString(services_.iconFolder) + wxFILE_SEP_PATH + "text-reader.svg", wxSize(24, 24));
+    wxIconBundle icons;
+    for (const int size : {16, 24, 32, 48})
+        icons.AddIcon(icon.GetIcon(wxSize(size, size)));
+    SetIcons(icons);
     toolbar_ = new ReaderToolbar(
         this, wxString(services_.iconFolder),
         {[this](std::string_view key) { toolbar_ButtonClick(key); },
          [this](std::string_view key, std::size_t item) { toolbar_ButtonMenuClick(key, item); },
          [this](std::string_view key) { return ChosenItem(key); }});
-    toolbar_->MoveBeforeInTabOrder(&rtf_textbox_.Control());
-    hiddenBox_ = new HiddenBox(this);
+    toolbar_->MoveBeforeInTabOrder(page_);
+    auto* margins = new wxBoxSizer(wxVERTICAL);
+    margins->Add(&rtf_textbox_.Control(), wxSizerFlags(1).Expand().Border(wxLEFT | wxTOP, FromDIP(6)));
+    page_->SetSizer(margins);
+    page_->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
+    hiddenBox_ = new HiddenBox(page_);
     StatusBar_ = new ReaderStatusBar(this, {[this] { AutoCloseClick(); }, [this] { BlockHighlightClick(); }});
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(toolbar_, wxSizerFlags().Expand().Border(wxALL, FromDIP(2)));
-    sizer->Add(&rtf_textbox_.Control(), wxSizerFlags(1).Expand());
+    sizer->Add(page_, wxSizerFlags(1).Expand());
     sizer->Add(StatusBar_, wxSizerFlags().Expand());
     SetSizer(sizer);
 }
@@ -91,6 +103,7 @@ void frmTextReader::BindHandlers()
     Bind(
         wxEVT_TIMER, [this](wxTimerEvent&) { Timer_Timer(); }, Timer_.GetId());
     Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+        page_->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
         rtf_textbox_.RefreshColors();
         event.Skip();
     });

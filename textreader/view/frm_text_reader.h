@@ -14,6 +14,7 @@
 
 #include <wx/busyinfo.h>
 #include <wx/frame.h>
+#include <wx/panel.h>
 #include <wx/timer.h>
 
 #include <cstdint>
@@ -106,6 +107,7 @@ private:
     ReaderSettings settings_;
     ReaderSettings saved_; // as the store has it
 
+    wxPanel* page_; // the text box and its margin
     WxRichTextBox rtf_textbox_;
     ReaderToolbar* toolbar_ = nullptr; // owned by the frame, as all windows here
     wxTextCtrl* hiddenBox_ = nullptr;

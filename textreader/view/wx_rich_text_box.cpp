@@ -26,7 +26,7 @@ wxColour FromNumber(std::int32_t color)
 
 WxRichTextBox::WxRichTextBox(wxWindow* parent, std::function<void(const TextEdit&)> edited)
     : control_(new wxTextCtrl(parent, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                              wxTE_MULTILINE | wxTE_RICH2 | wxTE_NOHIDESEL)),
+                              wxTE_MULTILINE | wxTE_RICH2 | wxTE_NOHIDESEL | wxBORDER_NONE)),
       edited_(std::move(edited))
 {
     control_->Bind(wxEVT_TEXT, [this](wxCommandEvent& event) {
