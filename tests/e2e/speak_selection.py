@@ -256,6 +256,24 @@ class HotKey1(SelectionScenario):
         self.assertNotIn(b"[2;5~", keys)
 
 
+class Toolbar(SelectionScenario):
+    def test_speak_button_speaks_the_selection_of_the_window_that_was_in_front(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        program.wait_event("target", lambda event: event["window"] == window or WINDOWS)
+        toolbar = wait_for(lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel"
+                                         and found[2] > 60 and self.display.is_viewable(found[0])), None), "the toolbar")
+        self.xdotool("mousemove", "--window", toolbar[0], 15, toolbar[3] // 2)
+        self.xdotool("click", 1)
+        wait_for(lambda: self.has_spoken(program, SENTENCE), "the selection to be spoken")
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+
+
 class ClipboardHotKeys(SelectionScenario):
     def test_f5_speaks_the_clipboard(self):
         program = self.start_and_wait()
@@ -269,6 +287,20 @@ class ClipboardHotKeys(SelectionScenario):
         self.press_hot_key("F5", lambda: program.events("word"))
         self.press_hot_key("F7", lambda: any(
             event["text"].startswith("Speak") for event in program.events("request-complete")))
+
+
+class TheEnd(SelectionScenario):
+    def test_the_clipboard_outlives_the_program(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.assertEqual(self.call("--quit")[0], 0)
+        program.wait_end()
+        self.expect_clipboard("mine")
 
 
 class RandomUse(SelectionScenario):

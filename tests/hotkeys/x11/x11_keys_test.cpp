@@ -103,6 +103,24 @@ TEST_F(X11KeysTest, OtherModifiersAreLetGoAndAreAsBeforeAfterwards)
     }
 }
 
+TEST_F(X11KeysTest, AModifierReleasedAtTheVeryMomentDoesNotStick)
+{
+    NativeWindow window = 0;
+    const auto target = StartTarget({"--copy", "none"}, window);
+    for (int round = 0; round < 10; ++round) {
+        std::vector<std::string> taps;
+        for (int tap = 0; tap < 30; ++tap)
+            taps.insert(taps.end(), {"keydown", "Shift_L", "keyup", "Shift_L"});
+        const auto user = StartFingers(taps);
+        EXPECT_TRUE(Until([&] {
+            EXPECT_TRUE(keystrokes.SendKeys(kCtrlInsert, window));
+            return user->HasEnded();
+        }));
+        EXPECT_FALSE(IsDown(kShift)) << "round " << round;
+        EXPECT_FALSE(IsDown(kCtrl)) << "round " << round;
+    }
+}
+
 TEST_F(X11KeysTest, BothCtrlKeysHeldDown)
 {
     NativeWindow window = 0;
