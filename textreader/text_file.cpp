@@ -6,6 +6,7 @@
 
 #include "settings/file_path.h"
 #include "settings/text_case.h"
+#include "textreader/line_positions.h"
 
 #include <array>
 #include <filesystem>
@@ -69,22 +70,6 @@ std::optional<std::wstring> Decode(std::string_view bytes)
     if (settings::FindInvalidUtf8(bytes) == std::string_view::npos)
         return settings::FromUtf8(bytes);
     return FromWestern(bytes);
-}
-
-std::wstring WithCrLf(const std::wstring& text)
-{
-    std::wstring normalised;
-    normalised.reserve(text.size() + text.size() / 32);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'\r' || text[i] == L'\n') {
-            normalised += L"\r\n";
-            if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n')
-                ++i;
-        } else {
-            normalised += text[i];
-        }
-    }
-    return normalised;
 }
 
 } // namespace
