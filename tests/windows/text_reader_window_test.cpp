@@ -15,7 +15,6 @@
 #include <cstdio>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace voxtrel::textreader {
 namespace {
@@ -274,36 +273,6 @@ TEST_F(TextReaderWindow, EndOfTheTextClosesTheWindowWithAutoClose)
     EXPECT_TRUE(window->closeTheWindow());
     window->agent1_Bookmark(kEndOfText);
     EXPECT_TRUE(Until([&] { return window == nullptr; }));
-}
-
-TEST_F(TextReaderWindow, LongTextHighlightsWithinItsTimeAnywhere)
-{
-    std::wstring text;
-    while (text.size() < 5000000)
-        text += L"A sentence of some words, none of them long. And another line.\r\n";
-    Open(text);
-    window->speakWindowText();
-    const std::vector<std::int32_t> numbers = [&] {
-        std::vector<std::int32_t> found;
-        const std::wstring& markup = character.utterances.front();
-        for (std::size_t at = markup.find(L"\\Mrk="); at != std::wstring::npos;
-             at = markup.find(L"\\Mrk=", at + 1))
-            found.push_back(static_cast<std::int32_t>(std::stol(markup.substr(at + 5, 10))));
-        return found;
-    }();
-    const std::size_t first = numbers.size() / 2;
-    window->agent1_Bookmark(numbers[first - 1]);
-    wxTheApp->Yield(true);
-    const auto begin = std::chrono::steady_clock::now();
-    constexpr int kWords = 200;
-    for (int i = 0; i < kWords; ++i) {
-        window->agent1_Bookmark(numbers[first + static_cast<std::size_t>(i)]);
-        wxTheApp->ProcessPendingEvents();
-    }
-    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begin;
-    std::printf("%.3f ms a word\n", took.count() / kWords);
-    EXPECT_LT(took.count() / kWords,
-              30); // measured in bench; here only against a cost that grows with the text
 }
 
 } // namespace

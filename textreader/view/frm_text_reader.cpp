@@ -165,10 +165,12 @@ void frmTextReader::Unload()
     Destroy();
 }
 
-void frmTextReader::SetText(std::wstring_view text)
+void frmTextReader::SetText(std::wstring_view text) { SetNormalisedText(WithCrLf(text)); }
+
+void frmTextReader::SetNormalisedText(std::wstring text)
 {
     reader_.PrepareNavigation();
-    rtf_textbox_.SetText(text);
+    rtf_textbox_.SetText(std::move(text));
 }
 
 void frmTextReader::speakWindowText() { reader_.speakWindowText(); }

@@ -54,6 +54,9 @@ public:
     // Replaces the text. Line ends may be of any kind.
     void SetText(std::wstring_view text);
 
+    // The same for a text whose lines end with CR LF.
+    void SetNormalisedText(std::wstring text);
+
     void speakWindowText();
 
     // Asks for a text file and shows it; whether one was loaded. What stops it is told in a message box.

@@ -47,7 +47,7 @@ bool frmTextReader::OpenTextFile()
 bool frmTextReader::OpenFile(const std::wstring& path)
 {
     reader_.PrepareNavigation();
-    const LoadedText loaded = LoadWithProgress(path, this, GetTitle(), Text(strings::kOpeningText));
+    LoadedText loaded = LoadWithProgress(path, this, GetTitle(), Text(strings::kOpeningText));
     if (!loaded.error.empty()) {
         services_.messages.ShowExclamation(loaded.error);
         return false;
@@ -59,7 +59,7 @@ bool frmTextReader::OpenFile(const std::wstring& path)
     std::unique_ptr<wxBusyInfo> showing;
     if (loaded.text.size() > kLongText)
         showing = std::make_unique<wxBusyInfo>(Text(strings::kOpeningText), this);
-    SetText(loaded.text);
+    SetNormalisedText(std::move(loaded.text));
     return true;
 }
 
