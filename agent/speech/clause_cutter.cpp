@@ -19,6 +19,7 @@ constexpr std::size_t kLongRun = 64;
 constexpr std::size_t kLongestRun = 128;
 constexpr std::size_t kLongestBalloonWord = 256;
 constexpr std::size_t kMostCues = 256;
+constexpr std::size_t kMostTokens = 64; // one run of signs can have hundreds
 
 // From how many tokens on a clause is cut: at a comma, before a conjunction, anywhere.
 struct CutLimits {
@@ -204,12 +205,14 @@ void ClauseCutter::AddTokens(NormalizedRun run)
         const CutLimits& limits = First() ? kFirstClause : kLaterClause;
         if (soFar >= limits.anywhere || (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
             Finish(TrailingCues::MoveOn);
-        if (clause_.tokens.empty()) {
-            clause_.prosody = prosody_;
-            clause_.before = std::exchange(before_, Break::None);
-        }
         paused_ = false;
         for (SpokenToken& token : run.tokens) {
+            if (clause_.tokens.size() >= kMostTokens)
+                Finish(TrailingCues::MoveOn);
+            if (clause_.tokens.empty()) {
+                clause_.prosody = prosody_;
+                clause_.before = std::exchange(before_, Break::None);
+            }
             token.emphasized = emphasis_;
             clause_.tokens.push_back(std::move(token));
         }

@@ -125,7 +125,7 @@ private:
     bool FoldSign(char32_t c)
     {
         if (const auto* symbol = FindIn(kSymbols, c)) {
-            Word(symbol->text);
+            WordIf(SkipRepetition(c) < 3, symbol->text);
             return true;
         }
         if (const auto* plain = FindIn(kPlain, c)) {

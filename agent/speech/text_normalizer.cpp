@@ -165,7 +165,7 @@ void RunReader::ReadFigure()
     while (end < text_.size() && text_[end] == ',' && digitsAt(end + 1) == 3)
         end += 4;
     const char next = end < text_.size() ? text_[end] : '\0';
-    if (next == ':' && end - at_ <= 2 && digitsAt(end + 1) == 2)
+    if (next == ':' && text_[at_] != '$' && end - at_ <= 2 && digitsAt(end + 1) == 2)
         return ReadTime();
     if ((next == '-' || next == '/' || next == '.') && ReadChain(next, end))
         return;

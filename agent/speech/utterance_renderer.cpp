@@ -18,7 +18,6 @@ namespace {
 
 using Kind = SpeechEvent::Kind;
 
-constexpr int kAudible = 48; // the least amplitude that counts as sound
 constexpr std::int64_t kLead = SamplesOf(10);
 constexpr std::int64_t kExactLead = SamplesOf(1); // next to a silence that is to be exact
 constexpr std::int64_t kTail = SamplesOf(6);
@@ -52,13 +51,11 @@ std::int16_t Limit(double sample)
     return static_cast<std::int16_t>(std::lround(std::copysign(bent, sample)));
 }
 
-bool Audible(std::int16_t sample) { return std::abs(int{sample}) >= kAudible; }
-
 } // namespace
 
 UtteranceRenderer::UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                                      UtteranceSink& sink, ClauseCutter::Bookmarks bookmarks)
-    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink)
+    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink), audible_(AudibleLevel(voice))
 {
 }
 
@@ -114,7 +111,8 @@ void UtteranceRenderer::FindOnset()
     const std::int64_t latest = timing_.speechStart + kLatestOnset;
     const std::int64_t from = std::clamp<std::int64_t>(timing_.speechStart - kLatestOnset, 0, size);
     const std::int64_t to = std::min<std::int64_t>(size, latest);
-    const auto onset = std::find_if(held_.begin() + from, held_.begin() + std::max(from, to), Audible) - held_.begin();
+    const auto loud = [this](std::int16_t sample) { return Audible(sample); };
+    const auto onset = std::find_if(held_.begin() + from, held_.begin() + std::max(from, to), loud) - held_.begin();
     if (onset >= to && size < latest)
         return;
     const std::int64_t lead = paused_ && spoken_ ? kExactLead : kLead;
@@ -125,6 +123,9 @@ void UtteranceRenderer::FindOnset()
     begun_ = true;
     PlanEvents();
     std::vector<std::int16_t> rest(held_.begin() + cut, held_.end());
+    for (std::int64_t i = 0; i < onset - cut; ++i)
+        rest[static_cast<std::size_t>(i)] =
+            static_cast<std::int16_t>(rest[static_cast<std::size_t>(i)] * static_cast<double>(i) / static_cast<double>(lead));
     held_.clear();
     Hold(rest);
 }
@@ -168,7 +169,7 @@ void UtteranceRenderer::PlanMouths()
 void UtteranceRenderer::Hold(std::span<const std::int16_t> samples)
 {
     held_.insert(held_.end(), samples.begin(), samples.end());
-    const auto loud = std::find_if(held_.rbegin(), held_.rend(), Audible);
+    const auto loud = std::find_if(held_.rbegin(), held_.rend(), [this](std::int16_t sample) { return Audible(sample); });
     Release(static_cast<std::size_t>(held_.rend() - loud));
 }
 

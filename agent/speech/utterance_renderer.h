@@ -5,6 +5,7 @@
 #include "agent/speech/synthesizer.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <deque>
 #include <span>
 #include <string_view>
@@ -46,6 +47,7 @@ private:
     bool Timing(const SpeechTiming& timing) override;
     bool Samples(std::span<const std::int16_t> samples) override;
 
+    bool Audible(std::int16_t sample) const { return std::abs(int{sample}) >= audible_; }
     void FindOnset();
     void PlanEvents();
     void PlanMouths();
@@ -62,6 +64,7 @@ private:
     const Voice& voice_;
     Synthesizer& synthesizer_;
     UtteranceSink& sink_;
+    int audible_; // the least amplitude of speech
 
     Clause clause_;
     std::int64_t made_ = 0; // samples given to the sink

@@ -222,16 +222,14 @@ std::wstring Repeated(std::wstring_view piece, std::size_t length)
     return text;
 }
 
-// Twice the text may take twice the time, and some more for a busy machine; in a trap it takes four times.
+// A million characters take a fraction of a second, or hours where a search starts over at every tag.
 TEST(TagParser, TakesLinearTimeOnTraps)
 {
     for (const std::wstring_view trap :
          {L"\\map=\"", L"\\map=\"=\"", L"\"=\"", L"\\map=\"a\"=\"", L"\\chr=\"", L"\\pau=", L"\\map=\"a\"=\"b\"", L"\\",
           L"\\Mrk=12345678901234567890", L"\\map=\"\\chr=\"", L"\\map=\"\"=\"\\", L"x"}) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(trap)));
-        const std::wstring shorter = Repeated(trap, 1 << 17), longer = Repeated(trap, 1 << 20);
-        const double once = std::max(SecondsToRead(shorter), 0.001);
-        EXPECT_LT(SecondsToRead(longer), once * 8 * 4);
+        EXPECT_LT(SecondsToRead(Repeated(trap, 1 << 20)), 10);
     }
 }
 

@@ -111,6 +111,7 @@ TEST(NormalizeRun, KeepsFiguresWhole)
         {L"-5", "minus 5"},
         {L"10:30", "ten thirty"},
         {L"9:05", "nine oh five"},
+        {L"$1:30", "$1: 30"},
         {L"7:00", "seven"},
         {L"23:59", "twenty three fifty nine"},
         {L"1.2.3", "1 point 2 point 3"},

@@ -1,31 +1,16 @@
 #include "desktop_fixture.h"
 
-#include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace voxtrel::platform {
-namespace {
 
 using namespace std::chrono_literals;
 
-std::string ReadLine(int descriptor)
-{
-    std::string line;
-    char c = 0;
-    while (read(descriptor, &c, 1) == 1 && c != '\n')
-        line += c;
-    return line;
-}
-
-} // namespace
-
-Child::Child(const std::vector<std::string>& command, int keepOpen)
+Child::Child(const std::vector<std::string>& command)
 {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
@@ -37,8 +22,6 @@ Child::Child(const std::vector<std::string>& command, int keepOpen)
     process_ = fork();
     if (process_ == 0) {
         dup2(ends[1], STDOUT_FILENO);
-        if (keepOpen >= 0)
-            fcntl(keepOpen, F_SETFD, 0);
         execvp(arguments[0], arguments.data());
         _exit(127);
     }
@@ -73,37 +56,6 @@ bool Child::HasEnded()
 }
 
 void Child::Signal(int number) const { kill(process_, number); }
-
-void TestDesktop::SetUp()
-{
-    int ends[2];
-    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
-    server_ = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]),
-                                                               "-screen", "0", "800x600x24", "-nolisten",
-                                                               "tcp", "-noreset"},
-                                      ends[1]);
-    close(ends[1]);
-    const std::string number = ReadLine(ends[0]);
-    close(ends[0]);
-    ASSERT_FALSE(number.empty()) << "no X server";
-    setenv("DISPLAY", (":" + number).c_str(), 1);
-    unsetenv("WAYLAND_DISPLAY");
-    manager_ = std::make_unique<Child>(std::vector<std::string>{"openbox"});
-    X11Connection display;
-    ASSERT_TRUE(display.IsOpen());
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (
-        display.Numbers(display.Root(), display.Atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW).empty()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "no window manager";
-        std::this_thread::yield();
-    }
-}
-
-void TestDesktop::TearDown()
-{
-    manager_.reset();
-    server_.reset();
-}
 
 bool X11Test::Until(const std::function<bool()>& condition, std::chrono::milliseconds patience)
 {
@@ -158,11 +110,3 @@ bool X11Test::IsDown(int virtualKey)
 }
 
 } // namespace voxtrel::platform
-
-int main(int argc, char** argv)
-{
-    ::testing::InitGoogleTest(&argc, argv);
-    if (!GTEST_FLAG_GET(list_tests))
-        ::testing::AddGlobalTestEnvironment(new voxtrel::platform::TestDesktop);
-    return RUN_ALL_TESTS();
-}

@@ -19,7 +19,7 @@ namespace voxtrel::platform {
 // A process that a test started, with what it has printed so far. Ended with the object.
 class Child {
 public:
-    explicit Child(const std::vector<std::string>& command, int keepOpen = -1);
+    explicit Child(const std::vector<std::string>& command);
     ~Child();
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
@@ -34,17 +34,6 @@ private:
     int output_ = -1;
     bool ended_ = false;
     std::string text_;
-};
-
-// An X server with a window manager for all tests of the program.
-class TestDesktop : public ::testing::Environment {
-public:
-    void SetUp() override;
-    void TearDown() override;
-
-private:
-    std::unique_ptr<Child> server_;
-    std::unique_ptr<Child> manager_;
 };
 
 // The adapters, on a desktop with target programs.

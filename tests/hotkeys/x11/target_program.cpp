@@ -1,7 +1,7 @@
 // A program of a few lines to copy from, as odd as it is asked to be.
 //
 //   target_program [--text TEXT | --size BYTES] [--copy insert|c|both|none] [--primary] [--no-ping]
-//                  [--close-on-key] [--hang-on-key] [--class NAME] [--latin1] [--slow-pieces]
+//                  [--close-on-key] [--hang-on-key] [--class NAME] [--latin1] [--other-answer]
 //
 // Prints "window ID" when its window is on the screen, and a line for every key event: "press" or "release",
 // the key's symbol and the modifiers' state.
@@ -31,6 +31,7 @@ struct Options {
     bool closeOnKey = false;
     bool hangOnKey = false;
     bool latin1 = false;
+    bool otherAnswer = false; // to the question whether it hangs, as some toolkits address it
 };
 
 Options Parse(int argc, char** argv)
@@ -47,6 +48,8 @@ Options Parse(int argc, char** argv)
             options.closeOnKey = true;
         else if (name == "--hang-on-key")
             options.hangOnKey = true;
+        else if (name == "--other-answer")
+            options.otherAnswer = true;
         else if (name == "--latin1")
             options.latin1 = true;
         else if (name == "--text" && hasValue)
