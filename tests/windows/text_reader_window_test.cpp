@@ -8,6 +8,7 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/display.h>
+#include <wx/platinfo.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
@@ -262,6 +263,30 @@ TEST_F(TextReaderWindow, EmptyFileIsToldAndLeavesTheText)
     EXPECT_FALSE(window->OpenFile(L"empty_file_of_the_window_test.txt"));
     std::remove("empty_file_of_the_window_test.txt");
     EXPECT_EQ(log.Calls().back(), L"ShowInformation ###This is a blank file.");
+    EXPECT_EQ(Box().GetValue(), "One two.");
+}
+
+TEST_F(TextReaderWindow, UnloadingWhileItsFileDialogIsOpenEndsTheDialog)
+{
+    if ((wxPlatformInfo::Get().GetOperatingSystemId() & wxOS_WINDOWS) != 0)
+        GTEST_SKIP() << "only its user can end the system's own dialog";
+    frmTextReader& opened = Open(L"One two.");
+    opened.CallAfter([&opened] { opened.Unload(); });
+    EXPECT_FALSE(opened.OpenTextFile());
+    EXPECT_EQ(window, nullptr);
+    EXPECT_FALSE(shared.TextReaderOpen);
+}
+
+TEST_F(TextReaderWindow, FileThatIsNoTextIsToldAndLeavesTheText)
+{
+    Open(L"One two.");
+    std::FILE* file = std::fopen("binary_file_of_the_window_test.txt", "wb");
+    ASSERT_TRUE(file);
+    std::fwrite("a\0b\1\0\0c", 1, 7, file);
+    std::fclose(file);
+    EXPECT_FALSE(window->OpenFile(L"binary_file_of_the_window_test.txt"));
+    std::remove("binary_file_of_the_window_test.txt");
+    EXPECT_EQ(log.Calls().back().substr(0, 15), L"ShowExclamation");
     EXPECT_EQ(Box().GetValue(), "One two.");
 }
 
