@@ -89,7 +89,7 @@ public:
         // A backslash would open a tag that the next bookmark closes. The hash of a pair is not worth a
         // special way.
         const bool opensTag = text_.front() == L'\\';
-        copied_ = opensTag || count > 1;
+        copied_ = opensTag || count > 1 || text_.front() == L' ';
         if (copied_)
             word_.assign(text_.substr(opensTag ? 1 : 0, opensTag ? 0 : count));
     }
