@@ -99,15 +99,16 @@ class SelectionScenario(Scenario):
     def open_program(self, command, window_class):
         environment = self.home.environment(self.display.environment)
         environment["QT_QPA_PLATFORM"] = "xcb"
-        process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                   start_new_session=True)
         self.addCleanup(self.end_process, process)
         window = wait_for(lambda: self.visible_window(window_class), f"a window of {command[0]}")
         self.bring_to_front(window)
         return process, window
 
     def end_process(self, process):
-        process.send_signal(signal.SIGCONT)
-        process.kill()
+        if process.poll() is None:
+            os.killpg(process.pid, signal.SIGKILL)
         process.wait()
 
     def visible_window(self, window_class):
@@ -256,6 +257,40 @@ class HotKey1(SelectionScenario):
         self.assertNotIn(b"[2;5~", keys)
 
 
+class Toolbar(SelectionScenario):
+    def test_speak_button_speaks_the_selection_of_the_window_that_was_in_front(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        program.wait_event("target", lambda event: event["window"] == window or WINDOWS)
+        toolbar = wait_for(lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel"
+                                         and found[2] > 60 and self.display.is_viewable(found[0])), None), "the toolbar")
+        self.xdotool("mousemove", "--window", toolbar[0], 15, toolbar[3] // 2)
+        self.xdotool("click", 1)
+        wait_for(lambda: self.has_spoken(program, SENTENCE), "the selection to be spoken")
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+
+
+class Browser(SelectionScenario):
+    @unittest.skipIf(WINDOWS or not shutil.which("chromium"), "no browser is installed")
+    def test_speaks_the_selection_of_a_web_page(self):
+        program = self.start_and_wait()
+        page = self.home.path("page.html")
+        with open(page, "w", encoding="utf-8") as file:
+            file.write(f"<title>page</title><p>{SENTENCE}</p>")
+        _, window = self.open_program(
+            ["chromium", "--no-sandbox", "--no-first-run", "--disable-gpu", "--password-store=basic",
+             "--user-data-dir=" + self.home.path("browser"), "file://" + page], "Chromium")
+        self.select_all(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+
+
 class ClipboardHotKeys(SelectionScenario):
     def test_f5_speaks_the_clipboard(self):
         program = self.start_and_wait()
@@ -269,6 +304,20 @@ class ClipboardHotKeys(SelectionScenario):
         self.press_hot_key("F5", lambda: program.events("word"))
         self.press_hot_key("F7", lambda: any(
             event["text"].startswith("Speak") for event in program.events("request-complete")))
+
+
+class TheEnd(SelectionScenario):
+    def test_the_clipboard_outlives_the_program(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.assertEqual(self.call("--quit")[0], 0)
+        program.wait_end()
+        self.expect_clipboard("mine")
 
 
 class RandomUse(SelectionScenario):

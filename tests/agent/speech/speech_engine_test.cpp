@@ -257,8 +257,9 @@ TEST_F(SilentEngine, RecordsWhatIsSpokenInAFileThatIsValidAtAnyMoment)
 {
     const auto path = std::filesystem::temp_directory_path() /
                       ("voxtrel-recording-" + std::to_string(std::hash<std::thread::id>()(std::this_thread::get_id())) +
-                       std::to_string(steady_clock::now().time_since_epoch().count()) + ".wav");
-    const auto engine = Make({.record = path});
+                       std::to_string(steady_clock::now().time_since_epoch().count()) +
+                       ".wav");
+    auto engine = Make({.record = path});
     engine->Start(L"\\pau=500\\\\Mrk=1\\\\pau=500\\");
     ASSERT_TRUE(bell_.WaitFor([&] { return FileContent(path).size() > 5000; }));
     const std::string early = FileContent(path);
@@ -268,6 +269,7 @@ TEST_F(SilentEngine, RecordsWhatIsSpokenInAFileThatIsValidAtAnyMoment)
     ASSERT_TRUE(bell_.WaitFor([&] { return Number(FileContent(path), 40) == 32000; }));
     EXPECT_EQ(FileContent(path).size(), 44u + 32000u);
     EXPECT_EQ(FileContent(path).substr(0, 4), "RIFF");
+    engine.reset();
     std::filesystem::remove(path);
 }
 
@@ -278,11 +280,14 @@ public:
 
     void Open() override
     {
-        ++opened;
         state = openWorks ? State::Playing : State::Failed;
     }
     void Close() override { state = State::Closed; }
-    void GiveUp() override { state = State::Failed; }
+    void GiveUp() override
+    {
+        state = State::Failed;
+        openWorks = false;
+    }
     State CurrentState() const override { return state; }
 
     // Plays so many samples, heard at once.
@@ -294,7 +299,6 @@ public:
     }
 
     std::atomic<State> state = State::Closed;
-    std::atomic<int> opened = 0;
     std::atomic<bool> openWorks = true;
 
 private:

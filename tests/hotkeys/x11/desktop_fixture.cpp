@@ -1,6 +1,7 @@
 #include "desktop_fixture.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
@@ -84,9 +85,20 @@ std::unique_ptr<Child> X11Test::StartTarget(std::vector<std::string> options, Na
 
 void X11Test::Fingers(const std::vector<std::string>& arguments)
 {
-    std::vector<std::string> command = {"xdotool"};
+    const auto fingers = StartFingers(arguments);
+    EXPECT_TRUE(Until([&] { return fingers->HasEnded(); })) << "xdotool";
+}
+
+std::unique_ptr<Child> X11Test::StartFingers(const std::vector<std::string>& arguments)
+{
+    // On a nested display the user's keyboard is that of the display around it.
+    const char* around = std::getenv("VOXTREL_DISPLAY_OF_USER");
+    std::vector<std::string> command = {"env"};
+    if (around)
+        command.push_back(std::string("DISPLAY=") + around);
+    command.push_back("xdotool");
     command.insert(command.end(), arguments.begin(), arguments.end());
-    Ask(command);
+    return std::make_unique<Child>(command);
 }
 
 std::string X11Test::Ask(const std::vector<std::string>& command)

@@ -49,6 +49,7 @@ protected:
 
     // Lets the user's fingers act: xdotool.
     void Fingers(const std::vector<std::string>& arguments);
+    std::unique_ptr<Child> StartFingers(const std::vector<std::string>& arguments);
 
     // The output of another program; the clipboard is served while it runs.
     std::string Ask(const std::vector<std::string>& command);
