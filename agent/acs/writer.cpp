@@ -7,6 +7,7 @@
 #include "agent/acs/compression.h"
 #include "agent/acs/format.h"
 #include "agent/acs/guid.h"
+#include "agent/acs/names.h"
 #include "agent/acs/static_palette.h"
 #include "agent/acs/unicode.h"
 
@@ -89,17 +90,6 @@ private:
     std::vector<std::uint8_t>& bytes_;
 };
 
-// Names are told apart without regard to case, and stored in capitals.
-std::wstring UpperCase(std::wstring_view name)
-{
-    std::wstring upper(name);
-    for (wchar_t& c : upper) {
-        if (c >= L'a' && c <= L'z')
-            c = static_cast<wchar_t>(c - L'a' + L'A');
-    }
-    return upper;
-}
-
 std::vector<std::uint8_t> BottomUpRows(const Image& image)
 {
     const std::size_t stride = RowStride(image.width);
@@ -151,7 +141,7 @@ Locator WriteImage(ByteSink& sink, const Image& image)
     return sink.Since(start);
 }
 
-// Width and height of each image; an image of the wrong shape counts as empty.
+// The image, or an empty one if its pixels do not fit its size.
 Image SoundImage(const ImageSource& images, std::size_t index)
 {
     Image image = images.Decode(index);

@@ -117,7 +117,7 @@ TEST(CheckCharacter, SeesDurationsOutOfBounds)
     character.animations[4].frames.insert(character.animations[4].frames.begin(), Showing(0, 4));
     character.animations[1].frames[0].duration = 700;
     EXPECT_EQ(Findings(character), (Texts{"W Show takes 710 hundredths of a second, more than 600",
-                                          "W WaveReturn, frame 0 lasts 4 hundredths, less than 10"}));
+                                          "W WaveReturn has 1 frames that last less than 10 hundredths"}));
 }
 
 TEST(CheckCharacter, SeesAnimationsThatShowNothing)

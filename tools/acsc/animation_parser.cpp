@@ -6,6 +6,7 @@
 
 #include "tools/acsc/animation_parser.h"
 
+#include "agent/acs/names.h"
 #include "agent/acs/unicode.h"
 
 #include <algorithm>
@@ -22,6 +23,7 @@ namespace voxtrel::acsc {
 
 namespace {
 
+using agent::acs::SameName;
 using agent::acs::Transition;
 
 constexpr int kLongestDuration = 65535;
@@ -79,13 +81,6 @@ struct Sway {
 };
 
 enum class Leaving { Nothing, Return, Exits, Backwards };
-
-bool SameName(std::wstring_view a, std::wstring_view b)
-{
-    const auto lower = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](wchar_t x, wchar_t y) { return lower(x) == lower(y); });
-}
 
 class AnimationParser {
 public:

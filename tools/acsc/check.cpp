@@ -197,8 +197,14 @@ private:
     void CheckDurations(const Animation& animation, const std::string& name)
     {
         int duration = 0;
-        for (const Frame& frame : animation.frames)
+        std::size_t tooShort = 0;
+        for (const Frame& frame : animation.frames) {
             duration += frame.duration;
+            tooShort += frame.duration > 0 && frame.duration < kShortestFrame ? 1 : 0;
+        }
+        if (tooShort > 0)
+            Warning(name + " has " + std::to_string(tooShort) + " frames that last less than " +
+                    std::to_string(kShortestFrame) + " hundredths");
         if (duration > kLongestAnimation && !Loops(animation))
             Warning(name + " takes " + std::to_string(duration) + " hundredths of a second, more than " +
                     std::to_string(kLongestAnimation));
@@ -221,9 +227,6 @@ private:
     void CheckFrame(const Animation& animation, std::size_t number, const std::string& where)
     {
         const Frame& frame = animation.frames[number];
-        if (frame.duration > 0 && frame.duration < kShortestFrame)
-            Warning(where + " lasts " + std::to_string(frame.duration) + " hundredths, less than " +
-                    std::to_string(kShortestFrame));
         int together = 0;
         for (const auto& branch : frame.branches)
             together += branch.probability;

@@ -29,6 +29,8 @@ using agent::acs::Frame;
 using agent::acs::Image;
 using agent::acs::Mouth;
 
+// Mouths name their image by 16 bits.
+constexpr std::size_t kMostImages = 0xFFFF;
 constexpr const char* kSourceFile = "character.txt";
 
 std::optional<std::vector<std::uint8_t>> ReadWhole(const std::filesystem::path& path)
@@ -180,6 +182,9 @@ private:
         const auto [at, added] = stored_.emplace(std::pair(image.width, image.pixels), next);
         if (added)
             images_.push_back(std::move(image));
+        if (images_.size() > kMostImages)
+            throw SourceError(0,
+                              "there are more than " + std::to_string(kMostImages) + " different pictures");
         return at->second;
     }
 

@@ -1,5 +1,7 @@
 #include "tools/acsc/compose.h"
 
+#include "agent/acs/names.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -26,18 +28,10 @@ void Paint(Pixels& onto, const CharacterFile& character, const Image& image, int
     }
 }
 
-wchar_t Lower(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c; }
-
-bool SameName(std::wstring_view a, std::wstring_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](wchar_t x, wchar_t y) { return Lower(x) == Lower(y); });
-}
-
 template <typename Named> const Named* Find(const std::vector<Named>& among, std::wstring_view name)
 {
-    const auto found =
-        std::find_if(among.begin(), among.end(), [&](const Named& one) { return SameName(one.name, name); });
+    const auto found = std::find_if(among.begin(), among.end(),
+                                    [&](const Named& one) { return agent::acs::SameName(one.name, name); });
     return found == among.end() ? nullptr : &*found;
 }
 
