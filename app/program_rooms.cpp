@@ -8,32 +8,37 @@
 
 namespace voxtrel::app {
 
-ProgramRooms::ProgramRooms(settings::SettingsStore& store, settings::SharedSettings& shared, Trace& trace,
-                           std::function<void()> DoEvents)
-    : store_(store), shared_(shared), pronunciations_(store), ports_(platform::MakeSelectionPorts()),
+ProgramRooms::ProgramRooms(const RoomServices& services, std::function<void()> DoEvents)
+    : services_(services), pronunciations_(services.store), ports_(platform::MakeSelectionPorts()),
       selection_({.windows = *ports_.windows,
                   .clipboard = *ports_.clipboard,
                   .keystrokes = *ports_.keystrokes,
                   .DoEvents = std::move(DoEvents),
                   .Speak = [this](std::wstring text) { Speak(std::move(text)); },
-                  .ReadInTextReader =
-                      [this](std::wstring text) {
-                          if (!ReadInTextReader(text))
-                              Speak(std::move(text));
-                      },
+                  .ReadInTextReader = [this](std::wstring text) { textReader_.ReadInTextReader(text); },
                   .StopAll =
                       [this] {
-                          if (shared_.character)
-                              agent::Ignore(shared_.character->StopAll());
+                          if (services_.shared.character)
+                              agent::Ignore(services_.shared.character->StopAll());
                       },
                   .TargetChanged =
-                      [&trace](platform::NativeWindow window, std::wstring_view title) {
-                          trace.Write("target", {{"window", static_cast<std::int64_t>(window)}, {"title", title}});
-                      }})
+                      [this](platform::NativeWindow window, std::wstring_view title) {
+                          services_.trace.Write(
+                              "target", {{"window", static_cast<std::int64_t>(window)}, {"title", title}});
+                      }}),
+      textReader_({.store = services.store,
+                   .shared = services.shared,
+                   .strings = services.strings,
+                   .folder = services.folder,
+                   .desktop = services.desktop,
+                   .messages = services.messages,
+                   .iconFolder = services.folder.Beside(L"icons"),
+                   .showOptions = [this] { ShowOptions(); },
+                   .unloaded = {}})
 {
 }
 
-void ProgramRooms::LoadHotKeys() { hotkeys::LoadHotKeys(hotKeys_, store_); }
+void ProgramRooms::LoadHotKeys() { hotkeys::LoadHotKeys(hotKeys_, services_.store); }
 
 void ProgramRooms::UpdateTargetWindow() { selection_.UpdateTargetWindow(); }
 
@@ -43,6 +48,23 @@ void ProgramRooms::SpeakSelected() { selection_.SpeakSelected(); }
 
 void ProgramRooms::ReadSelected() { selection_.ReadSelected(); }
 
-void ProgramRooms::Speak(std::wstring text) { speech::BuildSpeechText(text, shared_, pronunciations_); }
+bool ProgramRooms::ReadInTextReader(const std::wstring& text)
+{
+    textReader_.ReadInTextReader(text);
+    return true;
+}
+
+void ProgramRooms::OpenInTextReader() { textReader_.OpenInTextReader(); }
+
+void ProgramRooms::UnloadTextReader() { textReader_.UnloadTextReader(); }
+
+bool ProgramRooms::closeTheWindow() const { return textReader_.closeTheWindow(); }
+
+void ProgramRooms::TextReaderBookmark(std::int32_t number) { textReader_.TextReaderBookmark(number); }
+
+void ProgramRooms::Speak(std::wstring text)
+{
+    speech::BuildSpeechText(text, services_.shared, pronunciations_);
+}
 
 } // namespace voxtrel::app

@@ -4,21 +4,36 @@
 #include "app/trace.h"
 #include "hotkeys/hot_key_table.h"
 #include "hotkeys/selection.h"
+#include "platform/desktop.h"
+#include "platform/messages.h"
 #include "platform/selection_ports.h"
+#include "settings/program_folder.h"
 #include "settings/settings_store.h"
 #include "settings/shared_settings.h"
+#include "settings/string_table.h"
 #include "speech/pronunciation_list.h"
+#include "textreader/view/text_reader_room.h"
 
 #include <functional>
 
 namespace voxtrel::app {
 
+// What the rooms share.
+struct RoomServices {
+    settings::SettingsStore& store;
+    settings::SharedSettings& shared;
+    const settings::StringTable& strings;
+    const settings::ProgramFolder& folder;
+    platform::Desktop& desktop;
+    platform::Messages& messages;
+    Trace& trace;
+};
+
 // The rooms of the program as they are built.
 class ProgramRooms final : public Rooms {
 public:
     // What is handed in outlives the rooms. DoEvents handles what is waiting in the event queue, once.
-    ProgramRooms(settings::SettingsStore& store, settings::SharedSettings& shared, Trace& trace,
-                 std::function<void()> DoEvents);
+    ProgramRooms(const RoomServices& services, std::function<void()> DoEvents);
 
     platform::DesktopReach Reach() const { return ports_.reach; }
 
@@ -27,16 +42,21 @@ public:
     void PollHotKeys() override;
     void SpeakSelected() override;
     void ReadSelected() override;
+    bool ReadInTextReader(const std::wstring& text) override;
+    void OpenInTextReader() override;
+    void UnloadTextReader() override;
+    bool closeTheWindow() const override;
+    void TextReaderBookmark(std::int32_t number) override;
 
 private:
     void Speak(std::wstring text);
 
-    settings::SettingsStore& store_;
-    settings::SharedSettings& shared_;
+    RoomServices services_;
     speech::PronunciationList pronunciations_;
     platform::SelectionPorts ports_;
     hotkeys::HotKeyTable hotKeys_;
     hotkeys::Selection selection_;
+    textreader::TextReaderRoom textReader_;
 };
 
 } // namespace voxtrel::app

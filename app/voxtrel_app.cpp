@@ -80,7 +80,7 @@ struct VoxtrelApp::House {
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()),
           frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
-          rooms(store, shared, trace, [this] { frame->DoEvents(); })
+          rooms({store, shared, strings, folder, *desktop, messages, trace}, [this] { frame->DoEvents(); })
     {
     }
 

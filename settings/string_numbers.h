@@ -27,6 +27,11 @@ inline constexpr int kBlockHighlightOff = 2907;
 inline constexpr int kAutoCloseTip = 2908;
 inline constexpr int kBlockHighlightTip = 2909;
 inline constexpr int kBlankFile = 2910;
+inline constexpr int kReaderTitle = 2911;
+inline constexpr int kReaderText = 2940;
+inline constexpr int kReaderHiddenBox = 2941;
+inline constexpr int kOpeningText = 2942;
+inline constexpr int kPreparingText = 2943;
 
 inline constexpr int kObjectTypeLabel = 3009;
 inline constexpr int kBasicTextLabel = 3010;

@@ -22,12 +22,14 @@ struct TextRange {
 };
 
 // Where the range lies after the edit: empty when all of it was removed, longer when something was put inside
-// it, and not longer for what was put at its edge.
+// it, and not longer for what was put at its edge. An empty range stays in front of what is put there.
 inline TextRange Moved(TextRange range, const TextEdit& edit)
 {
     const std::int32_t removedEnd = edit.position + edit.removed;
     if (edit.removed > 0 && range.begin >= edit.position && range.end <= removedEnd)
         return {edit.position, edit.position};
+    if (range.Empty() && range.begin == edit.position)
+        return range;
     const std::int32_t growth = edit.added - edit.removed;
     TextRange moved = range;
     if (range.begin >= removedEnd)

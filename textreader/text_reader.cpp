@@ -50,12 +50,16 @@ void TextReader::SelectCurrentParagraph()
 void TextReader::SelectNextWord()
 {
     BeginSelect();
+    if (sectionIsText_)
+        NarrowTo(CurrentWord(box_.Text(), WordHeard()));
     ReadFound(NextWord(box_.Text(), lastRead_));
 }
 
 void TextReader::SelectNextSentence()
 {
     BeginSelect();
+    if (sectionIsText_)
+        NarrowTo(CurrentSentence(box_.Text(), WordHeard(), 0));
     ReadFound(NextSentence(box_.Text(), lastRead_));
 }
 
@@ -68,12 +72,16 @@ void TextReader::SelectNextParagraph()
 void TextReader::SelectPreviousWord()
 {
     BeginSelect();
+    if (sectionIsText_)
+        NarrowTo(CurrentWord(box_.Text(), WordHeard()));
     ReadFound(PreviousWord(box_.Text(), startpos));
 }
 
 void TextReader::SelectPreviousSentence()
 {
     BeginSelect();
+    if (sectionIsText_)
+        NarrowTo(CurrentSentence(box_.Text(), WordHeard(), 0));
     ReadFound(PreviousSentence(box_.Text(), startpos));
 }
 
@@ -105,8 +113,22 @@ void TextReader::ReadFound(const std::optional<Section>& found)
     ReadSection(startpos, strlength);
 }
 
+std::int32_t TextReader::WordHeard() const { return wordReading_ == reading_ ? word_.position : 0; }
+
+// From the whole text one goes on or back from where the voice is in it; from its beginning when nothing was
+// heard.
+void TextReader::NarrowTo(const std::optional<Section>& around)
+{
+    const Section section = WordHeard() > 0 && around ? *around : Section{};
+    startpos = section.startpos;
+    strlength = section.strlength;
+    lastRead_ = section.lastRead;
+    sectionIsText_ = false;
+}
+
 void TextReader::Publish(const Section& section)
 {
+    sectionIsText_ = false;
     scanStart_ = section.scanStart;
     scanEnd_ = section.scanEnd;
     startpos = section.startpos;
@@ -155,6 +177,7 @@ void TextReader::SpeakSelection()
     const auto textLength = static_cast<std::int32_t>(box_.Text().size());
     startpos = selected.start;
     strlength = selected.length > 0 ? selected.length : textLength - selected.start;
+    sectionIsText_ = false;
     scanStart_ = startpos;
     scanEnd_ = lastRead_ = startpos + strlength;
     ++reading_;
@@ -171,6 +194,7 @@ void TextReader::speakWindowText()
     window_.RefreshTextBox();
     if (!window_.BlockHighlight())
         window_.FocusHiddenBox();
+    sectionIsText_ = true;
     startpos = 0;
     strlength = static_cast<std::int32_t>(box_.Text().size());
     lastRead_ = strlength;
@@ -208,6 +232,13 @@ void TextReader::ResumeSpeech()
     ReadSection(resumePoint, remainder);
     if (wholeText_ && closeTheWindow)
         Speak(std::wstring(kEndOfTextTag));
+}
+
+void TextReader::PrepareNavigation()
+{
+    ClearOneShots();
+    window_.ReleasePause();
+    ResetToBlack();
 }
 
 void TextReader::ResetToBlack()
@@ -262,12 +293,15 @@ void TextReader::NoteUserCaret()
 
 void TextReader::Speak(std::wstring markup)
 {
-    if (shared_.character != nullptr)
-        agent::Ignore(shared_.character->Speak(std::move(markup)));
+    if (shared_.character == nullptr)
+        return;
+    speaking_ = true;
+    agent::Ignore(shared_.character->Speak(std::move(markup)));
 }
 
 void TextReader::StopAll()
 {
+    speaking_ = false;
     if (shared_.character != nullptr)
         agent::Ignore(shared_.character->StopAll());
 }

@@ -55,6 +55,13 @@ public:
     // has placed the caret since, it stays.
     void ResetToBlack();
 
+    // What every navigation begins with: a pause and the flags of the reading before are over, and
+    // ResetToBlack.
+    void PrepareNavigation();
+
+    // Whether a section is being spoken: from the call on until its end was heard or it was stopped.
+    bool Reading() const { return speaking_; }
+
     // Follows a change of the text, which the box already has: section, highlight and the words still to be
     // heard keep their places.
     void TextEdited(const TextEdit& edit);
@@ -72,6 +79,8 @@ private:
     void BeginSelect();
     void ReadFound(const std::optional<Section>& found);
     void Publish(const Section& section);
+    void NarrowTo(const std::optional<Section>& around);
+    std::int32_t WordHeard() const;
     void ClearOneShots();
 
     void Select(std::int32_t start, std::int32_t length);
@@ -93,6 +102,7 @@ private:
 
     std::int32_t scanStart_ = 0;
     std::int32_t scanEnd_ = 0;
+    bool sectionIsText_ = false;
     std::int32_t lastRead_ = 0; // 1-based position of the last character of the section
     TextRange highlighted_;     // all that has a colour
 
@@ -107,6 +117,7 @@ private:
     bool wholeText_ = false; // as readingAll_, but not for a resumed section
     bool keepHighlight_ = false;
     bool endPending_ = false;
+    bool speaking_ = false;
 
     std::vector<WordMark> marks_; // of the utterance being spoken, in order
     std::size_t nextMark_ = 0;

@@ -72,6 +72,7 @@ void TextReader::SectionEnded()
     Paint(startpos, strlength, kBlack);
     Unhighlight();
     readingAll_ = false;
+    speaking_ = false;
     if (endPending_) {
         endPending_ = false;
         return;
@@ -104,22 +105,28 @@ std::optional<WordMark> TextReader::TakeMark(std::int32_t number)
 void TextReader::TextEdited(const TextEdit& edit)
 {
     const TextRange section = Moved(TextRange{startpos, startpos + strlength}, edit);
+    const std::int32_t lastReadBeyond = lastRead_ - (startpos + strlength);
+    lastRead_ = section.Empty() ? section.begin : std::max(section.end + lastReadBeyond, 0);
     startpos = section.begin;
     strlength = section.Length();
     const TextRange scanned = Moved(TextRange{scanStart_, scanEnd_}, edit);
     scanStart_ = scanned.begin;
     scanEnd_ = scanned.end;
-    lastRead_ = Moved(TextRange{0, lastRead_}, edit).end;
     word_ = Moved(word_, edit);
     lastWord_ = Moved(lastWord_, edit);
-    const TextRange selection =
-        Moved(TextRange{ownSelection_.start, ownSelection_.start + ownSelection_.length}, edit);
-    ownSelection_ = {selection.begin, selection.Length()};
-    // What is typed at the edge of the highlight takes its colour.
+    const auto move = [&](Selection& selection) {
+        const TextRange moved = Moved(TextRange{selection.start, selection.start + selection.length}, edit);
+        selection = {moved.begin, moved.Length()};
+    };
+    move(ownSelection_);
+    if (userSelection_)
+        move(*userSelection_);
+    // What is typed in the highlight or at its edge takes its colour.
     if (!highlighted_.Empty()) {
-        const bool atEdge = edit.position == highlighted_.begin || edit.position == highlighted_.end;
+        const bool touched =
+            edit.position <= highlighted_.end && edit.position + edit.removed >= highlighted_.begin;
         highlighted_ = Moved(highlighted_, edit);
-        if (atEdge)
+        if (touched)
             highlighted_ = {std::min(highlighted_.begin, edit.position),
                             std::max(highlighted_.end, edit.position + edit.added)};
     }

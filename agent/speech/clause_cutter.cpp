@@ -19,6 +19,7 @@ constexpr std::size_t kLongRun = 64;
 constexpr std::size_t kLongestRun = 128;
 constexpr std::size_t kLongestBalloonWord = 256;
 constexpr std::size_t kMostCues = 256;
+constexpr std::size_t kMostTokens = 64; // one run of signs can have hundreds
 
 // From how many tokens on a clause is cut: at a comma, before a conjunction, anywhere.
 struct CutLimits {
@@ -27,8 +28,9 @@ struct CutLimits {
 constexpr CutLimits kFirstClause{2, 5, 14};
 constexpr CutLimits kLaterClause{8, 14, 28};
 
-constexpr std::array<std::string_view, 14> kConjunctions = {"and",  "or",    "but",   "because", "which", "that", "when",
-                                                            "while", "if",    "where", "who",     "with",  "than", "so"};
+constexpr std::array<std::string_view, 14> kConjunctions = {"and",  "or",   "but",   "because", "which",
+                                                            "that", "when", "while", "if",      "where",
+                                                            "who",  "with", "than",  "so"};
 
 bool IsConjunction(std::string_view word)
 {
@@ -67,22 +69,40 @@ void ClauseCutter::Take(const MarkupToken& token)
 {
     Prosody prosody = prosody_;
     switch (token.kind) {
-    case Kind::Text: return TakeText(token.text);
-    case Kind::Mark: return TakeMark(token.number);
-    case Kind::Pause: return TakePause(token.number);
-    case Kind::Pitch: prosody.pitch = token.number; break;
-    case Kind::Speed: prosody.speed = token.number; break;
-    case Kind::Volume: prosody.volume = token.number; break;
-    case Kind::Style: prosody.style = token.style; break;
-    case Kind::Context: prosody.context = token.context; break;
-    case Kind::Reset: prosody = Prosody(); break;
+    case Kind::Text:
+        return TakeText(token.text);
+    case Kind::Mark:
+        return TakeMark(token.number);
+    case Kind::Pause:
+        return TakePause(token.number);
+    case Kind::Pitch:
+        prosody.pitch = token.number;
+        break;
+    case Kind::Speed:
+        prosody.speed = token.number;
+        break;
+    case Kind::Volume:
+        prosody.volume = token.number;
+        break;
+    case Kind::Style:
+        prosody.style = token.style;
+        break;
+    case Kind::Context:
+        prosody.context = token.context;
+        break;
+    case Kind::Reset:
+        prosody = Prosody();
+        break;
     case Kind::Emphasis:
         EndRun();
         emphasis_ = true;
         return;
-    case Kind::Repeat: return;
-    case Kind::MapBegin: return BeginMap(token);
-    case Kind::MapEnd: return EndMap(token);
+    case Kind::Repeat:
+        return;
+    case Kind::MapBegin:
+        return BeginMap(token);
+    case Kind::MapEnd:
+        return EndMap(token);
     case Kind::End:
         EndRun();
         clause_.last = true;
@@ -179,7 +199,8 @@ void ClauseCutter::EndMap(const MarkupToken& token)
     if (!mapShown_ || mapBalloon_.data() != token.text.data())
         ShowMapped(token.text);
     const std::wstring shown = MappedBalloonText(token.text);
-    for (auto at = shown.begin() + static_cast<std::ptrdiff_t>(Trimmed(shown).second); at != shown.end(); ++at) {
+    for (auto at = shown.begin() + static_cast<std::ptrdiff_t>(Trimmed(shown).second); at != shown.end();
+         ++at) {
         EndRun();
         ShowSpace(*at);
     }
@@ -202,14 +223,17 @@ void ClauseCutter::AddTokens(NormalizedRun run)
     if (!run.tokens.empty()) {
         const std::size_t soFar = clause_.tokens.size();
         const CutLimits& limits = First() ? kFirstClause : kLaterClause;
-        if (soFar >= limits.anywhere || (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
+        if (soFar >= limits.anywhere ||
+            (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
             Finish(TrailingCues::MoveOn);
-        if (clause_.tokens.empty()) {
-            clause_.prosody = prosody_;
-            clause_.before = std::exchange(before_, Break::None);
-        }
         paused_ = false;
         for (SpokenToken& token : run.tokens) {
+            if (clause_.tokens.size() >= kMostTokens)
+                Finish(TrailingCues::MoveOn);
+            if (clause_.tokens.empty()) {
+                clause_.prosody = prosody_;
+                clause_.before = std::exchange(before_, Break::None);
+            }
             token.emphasized = emphasis_;
             clause_.tokens.push_back(std::move(token));
         }

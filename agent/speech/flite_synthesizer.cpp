@@ -1,12 +1,12 @@
 // The flite library behind Synthesizer.
 //
 // Our words go in as the library's tokens, so that its words and segments lead back to them. The samples come
-// out through its streaming call, which also lets a stopped utterance go at once. Three of the base voices are
-// statistical: for whispering they get a copy of their model in which nothing is voiced. The fourth is made of
-// recorded diphones: whispering replaces its excitation by noise and filters it again.
+// out through its streaming call, which also lets a stopped utterance go at once. Three of the base voices
+// are statistical: for whispering they get a copy of their model in which nothing is voiced. The fourth is
+// made of recorded diphones: whispering replaces its excitation by noise and filters it again.
 //
-// A voice of another build is spoken slower (or faster) and lower (or higher) than wanted and resampled back, so
-// that only its resonances have moved.
+// A voice of another build is spoken slower (or faster) and lower (or higher) than wanted and resampled back,
+// so that only its resonances have moved.
 
 #include "agent/speech/flite_synthesizer.h"
 
@@ -15,12 +15,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <numeric>
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 
 extern "C" {
 #include <cst_cg.h>
@@ -43,20 +45,32 @@ constexpr int kExcitationBands = 5;
 constexpr double kLowestPitchHz = 55; // the library cuts off at 50
 constexpr double kEmphasisStretch = 1.3;
 constexpr double kEmphasisPitch = 1.15;
+constexpr double kWhisperTilt = 0.8;
+constexpr double kWhisperGain = 1.2;
+constexpr double kDiphoneWhisperGain = 0.6;
+constexpr float kHeadroom = 0.6F; // the library lets loud samples overflow
 
 struct UtteranceDeleter {
     void operator()(cst_utterance* utterance) const { delete_utterance(utterance); }
 };
 using Utterance = std::unique_ptr<cst_utterance, UtteranceDeleter>;
 
-// A statistical model whose excitation is noise throughout.
-class WhisperModel {
+// A copy of a statistical model that does what we ask: its melody follows the pitch that is set for an
+// utterance, and for whispering its excitation is noise throughout.
+class Model {
 public:
-    explicit WhisperModel(const cst_cg_db& model) : model_(model)
+    enum class Excitation { Voice, Noise };
+
+    Model(const cst_cg_db& original, Excitation excitation) : model_(original)
     {
-        const auto channels = static_cast<std::size_t>(model.num_channels[0]);
-        least_.assign(model.model_min, model.model_min + channels);
-        range_.assign(model.model_range, model.model_range + channels);
+        model_.freeable = 0;
+        model_.gain *= kHeadroom;
+        model_.spamf0 = 0; // the other way to a melody knows no pitch but its own
+        if (excitation == Excitation::Voice)
+            return;
+        const auto channels = static_cast<std::size_t>(original.num_channels[0]);
+        least_.assign(original.model_min, original.model_min + channels);
+        range_.assign(original.model_range, original.model_range + channels);
         // The last values of a vector are means and deviations of the voicing of each band and of the frame.
         for (std::size_t band = 0; band < kExcitationBands; ++band) {
             const std::size_t at = channels - 2 * (kExcitationBands + 1) + 2 * band;
@@ -65,12 +79,11 @@ public:
         }
         model_.model_min = least_.data();
         model_.model_range = range_.data();
-        model_.freeable = 0;
     }
-    WhisperModel(const WhisperModel&) = delete;
-    WhisperModel& operator=(const WhisperModel&) = delete;
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
 
-    const cst_cg_db& Model() const { return model_; }
+    const cst_cg_db& Get() const { return model_; }
 
 private:
     cst_cg_db model_;
@@ -79,7 +92,7 @@ private:
 
 struct BaseVoice {
     cst_voice* voice = nullptr;
-    std::optional<WhisperModel> whisper; // of statistical voices
+    std::optional<Model> spoken, whispered; // of statistical voices
 };
 
 // The library and its voices live as long as the program: it cannot be closed and opened again.
@@ -99,8 +112,11 @@ public:
         BaseVoice& found = bases_[static_cast<std::size_t>(base)];
         if (!found.voice) {
             found.voice = Register(base);
-            if (feat_present(found.voice->features, "cg_db") != 0)
-                found.whisper.emplace(*val_cg_db(feat_val(found.voice->features, "cg_db")));
+            if (feat_present(found.voice->features, "cg_db") != 0) {
+                const cst_cg_db& original = *val_cg_db(feat_val(found.voice->features, "cg_db"));
+                found.spoken.emplace(original, Model::Excitation::Voice);
+                found.whispered.emplace(original, Model::Excitation::Noise);
+            }
         }
         return found;
     }
@@ -111,10 +127,14 @@ private:
     static cst_voice* Register(VoiceBase base)
     {
         switch (base) {
-        case VoiceBase::Kal: return register_cmu_us_kal16(nullptr);
-        case VoiceBase::Awb: return register_cmu_us_awb(nullptr);
-        case VoiceBase::Rms: return register_cmu_us_rms(nullptr);
-        case VoiceBase::Slt: break;
+        case VoiceBase::Kal:
+            return register_cmu_us_kal16(nullptr);
+        case VoiceBase::Awb:
+            return register_cmu_us_awb(nullptr);
+        case VoiceBase::Rms:
+            return register_cmu_us_rms(nullptr);
+        case VoiceBase::Slt:
+            break;
         }
         return register_cmu_us_slt(nullptr);
     }
@@ -135,6 +155,7 @@ public:
 
     void Run(std::span<const SpokenToken> tokens)
     {
+        std::srand(1); // the library's noise: the same words are to sound the same
         Utterance utterance(new_utterance());
         AddTokens(*utterance, tokens);
         SetFeatures(*utterance);
@@ -154,12 +175,13 @@ public:
 
 private:
     bool Whispering() const { return prosody_.style == VoiceStyle::Whisper; }
-    bool Diphones() const { return !base_.whisper.has_value(); }
+    bool Diphones() const { return !base_.spoken.has_value(); }
 
     static void AddTokens(cst_utterance& utterance, std::span<const SpokenToken> tokens);
     void SetFeatures(cst_utterance& utterance);
     void WhisperDiphones(cst_utterance& utterance);
     int Receive(const cst_wave& wave, int start, int size, const cst_utterance& utterance);
+    std::span<const std::int16_t> Breathe(std::span<const std::int16_t> samples);
     SpeechTiming ReadTiming(const cst_utterance& utterance) const;
     std::int64_t SampleAt(double seconds) const;
 
@@ -175,6 +197,8 @@ private:
     SpeechSink& sink_;
     std::optional<Resampler> resampler_;
     std::vector<std::int16_t> resampled_;
+    std::vector<std::int16_t> breathed_;
+    double lastSample_ = 0;
     bool noiseToCome_ = false; // the sound made now is not the one to be heard
     bool timingGiven_ = false;
     bool stopped_ = false;
@@ -201,14 +225,15 @@ void Job::SetFeatures(cst_utterance& utterance)
 {
     const double pitch = std::max(kLowestPitchHz, voice_.pitchHz * prosody_.PitchFactor() / voice_.tract);
     // A voice that is moved down to the lowest pitch keeps some melody, as much as there is room for.
-    const double spread = std::min(voice_.pitchSpreadHz * prosody_.PitchFactor() / voice_.tract, (pitch - 45) / 1.5);
+    const double spread =
+        std::min(voice_.pitchSpreadHz * prosody_.PitchFactor() / voice_.tract, (pitch - 45) / 1.5);
     const bool flat = prosody_.style == VoiceStyle::Monotone;
     utt_set_feat_float(&utterance, "duration_stretch",
                        static_cast<float>(voice_.stretch * voice_.tract / prosody_.SpeedFactor()));
     utt_set_feat_float(&utterance, "int_f0_target_mean", static_cast<float>(pitch));
     utt_set_feat_float(&utterance, "int_f0_target_stddev", flat ? 0 : static_cast<float>(spread));
-    if (Whispering() && base_.whisper)
-        utt_set_feat(&utterance, "cg_db", cg_db_val(&base_.whisper->Model()));
+    if (!Diphones())
+        utt_set_feat(&utterance, "cg_db", cg_db_val(&(Whispering() ? base_.whispered : base_.spoken)->Get()));
     auto* info = new_audio_streaming_info(); // the utterance deletes it
     info->min_buffsize = kFirstSamples;
     info->asc = &Job::Stream;
@@ -225,6 +250,8 @@ int Job::Receive(const cst_wave& wave, int start, int size, const cst_utterance&
         stopped_ = !sink_.Timing(ReadTiming(utterance));
     }
     std::span<const std::int16_t> samples(wave.samples + start, static_cast<std::size_t>(size));
+    if (Whispering())
+        samples = Breathe(samples);
     if (resampler_) {
         resampled_.clear();
         resampler_->Process(samples, resampled_);
@@ -234,8 +261,20 @@ int Job::Receive(const cst_wave& wave, int start, int size, const cst_utterance&
     return stopped_ ? CST_AUDIO_STREAM_STOP : CST_AUDIO_STREAM_CONT;
 }
 
-// The first synthesis was stopped at its first sound; the filters it has chosen are driven by noise of the same
-// strength instead.
+// A whisper has no depth: low tones are taken off, and all is softer.
+std::span<const std::int16_t> Job::Breathe(std::span<const std::int16_t> samples)
+{
+    const double gain = Diphones() ? kDiphoneWhisperGain : kWhisperGain;
+    breathed_.clear();
+    for (const std::int16_t sample : samples) {
+        const double high = sample - kWhisperTilt * std::exchange(lastSample_, static_cast<double>(sample));
+        breathed_.push_back(static_cast<std::int16_t>(std::clamp(gain * high, -32768.0, 32767.0)));
+    }
+    return breathed_;
+}
+
+// The first synthesis was stopped at its first sound; the filters it has chosen are driven by noise of the
+// same strength instead.
 void Job::WhisperDiphones(cst_utterance& utterance)
 {
     if (feat_present(utterance.features, "target_lpcres") == 0)
@@ -246,13 +285,15 @@ void Job::WhisperDiphones(cst_utterance& utterance)
     for (int frame = 0, at = 0; frame < lpc->num_frames; at += lpc->sizes[frame], ++frame) {
         unsigned char* residual = lpc->residual + at;
         const int size = lpc->sizes[frame];
-        const double power = std::accumulate(residual, residual + size, 0.0, [](double sum, unsigned char coded) {
-            const double sample = cst_ulaw_to_short(coded);
-            return sum + sample * sample;
-        });
+        const double power =
+            std::accumulate(residual, residual + size, 0.0, [](double sum, unsigned char coded) {
+                const double sample = cst_ulaw_to_short(coded);
+                return sum + sample * sample;
+            });
         const double strength = size > 0 ? std::sqrt(3 * power / size) : 0;
         std::generate(residual, residual + size, [&] {
-            return cst_short_to_ulaw(static_cast<short>(std::clamp(strength * uniform(random), -32000.0, 32000.0)));
+            return cst_short_to_ulaw(
+                static_cast<short>(std::clamp(strength * uniform(random), -32000.0, 32000.0)));
         });
     }
     noiseToCome_ = true;
@@ -263,7 +304,7 @@ void Job::WhisperDiphones(cst_utterance& utterance)
 std::int64_t Job::SampleAt(double seconds) const
 {
     // A statistical voice makes no sound in its first frame.
-    const double lead = Diphones() ? 0 : base_.whisper->Model().frame_advance;
+    const double lead = Diphones() ? 0 : base_.spoken->Get().frame_advance;
     return std::max<std::int64_t>(0, std::llround((seconds - lead) * kSampleRate / voice_.tract));
 }
 
@@ -294,9 +335,11 @@ SpeechTiming Job::ReadTiming(const cst_utterance& utterance) const
 
     // A token without a sound of its own begins with the one after it.
     std::int64_t following = timing.speechEnd;
-    for (const cst_item* token = relation_tail(utt_relation(&utterance, "Token")); token; token = item_prev(token)) {
+    for (const cst_item* token = relation_tail(utt_relation(&utterance, "Token")); token;
+         token = item_prev(token)) {
         for (const cst_item* word = item_daughter(token); word; word = item_next(word)) {
-            if (const cst_item* segment = path_to_item(word, "R:SylStructure.daughter1.daughter1.R:Segment")) {
+            if (const cst_item* segment =
+                    path_to_item(word, "R:SylStructure.daughter1.daughter1.R:Segment")) {
                 following = SampleAt(StartOf(segment));
                 break;
             }

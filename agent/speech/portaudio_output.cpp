@@ -22,7 +22,7 @@ using std::chrono::steady_clock;
 
 // Short enough that a stop is heard at once, long enough for a sound server.
 constexpr double kLeastLatency = 0.015;
-constexpr double kMostLatency = 0.035;
+constexpr double kMostLatency = 0.03;
 constexpr auto kRetryAfter = std::chrono::seconds(10);
 constexpr std::size_t kBlock = SamplesOf(10);
 
@@ -46,7 +46,8 @@ public:
     void Fill(std::int16_t* out, std::size_t frames, SampleSource::TimePoint heardAt)
     {
         while (ready_.size() < frames) {
-            const auto ahead = std::chrono::duration<double>(static_cast<double>(ready_.size()) / format_.rate);
+            const auto ahead =
+                std::chrono::duration<double>(static_cast<double>(ready_.size()) / format_.rate);
             const std::size_t count = resampler_ ? kBlock : frames - ready_.size();
             block_.resize(count);
             source_.Pull(block_, heardAt + std::chrono::duration_cast<steady_clock::duration>(ahead));
@@ -215,12 +216,13 @@ private:
         PaStream* stream = nullptr;
         PaError error = paNoError;
         const auto open = [&] {
-            error = Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified, paNoFlag,
-                                  &PortAudioOutput::Callback, this);
+            error = Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified,
+                                  paNoFlag, &PortAudioOutput::Callback, this);
         };
         quietly_ ? quietly_(open) : open();
         if (error != paNoError)
             return false;
+        Pa_SetStreamFinishedCallback(stream, &PortAudioOutput::Finished);
         if (Pa_StartStream(stream) != paNoError) {
             Pa_CloseStream(stream);
             return false;
@@ -247,6 +249,14 @@ private:
         return paContinue;
     }
 
+    // The driver has ended the stream: the device is gone.
+    static void Finished(void* self)
+    {
+        auto* output = static_cast<PortAudioOutput*>(self);
+        if (output->audible_)
+            output->GiveUp();
+    }
+
     void Fill(std::int16_t* out, std::size_t frames, const PaStreamCallbackTimeInfo& time)
     {
         if (!audible_) {
@@ -257,7 +267,8 @@ private:
         double delay = time.outputBufferDacTime - time.currentTime;
         if (time.currentTime <= 0 || delay < 0 || delay > 1)
             delay = latency_;
-        const auto ahead = std::chrono::duration_cast<steady_clock::duration>(std::chrono::duration<double>(delay));
+        const auto ahead =
+            std::chrono::duration_cast<steady_clock::duration>(std::chrono::duration<double>(delay));
         converter_->Fill(out, frames, steady_clock::now() + ahead);
     }
 

@@ -7,8 +7,8 @@
 
 namespace voxtrel::agent::speech {
 
-// The sound device of this machine. source must outlive the output. quietly runs the search for devices; it may
-// be empty.
+// The sound device of this machine. source must outlive the output. quietly runs the search for devices; it
+// may be empty.
 std::unique_ptr<AudioOutput> MakePortAudioOutput(SampleSource& source,
                                                  std::function<void(const std::function<void()>&)> quietly);
 

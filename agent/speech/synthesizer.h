@@ -38,7 +38,8 @@ class SpeechSink {
 public:
     virtual ~SpeechSink() = default;
 
-    // Comes once, before the first samples; not at all if there is nothing to hear. False stops the synthesis.
+    // Comes once, before the first samples; not at all if there is nothing to hear. False stops the
+    // synthesis.
     virtual bool Timing(const SpeechTiming& timing) = 0;
     virtual bool Samples(std::span<const std::int16_t> samples) = 0;
 };

@@ -1,9 +1,9 @@
 // From a run of text to words that an English synthesizer can take.
 //
 // The run is first folded to plain ASCII (text_folding.h), then read from left to right: figures in the forms
-// that the synthesizer reads as a whole, words, dotted abbreviations. What stands between is punctuation, which
-// stays with the token before it, or is left out. Two things the synthesizer must never meet are taken care of
-// here: tokens without a sound, and tokens of unbounded length.
+// that the synthesizer reads as a whole, words, dotted abbreviations. What stands between is punctuation,
+// which stays with the token before it, or is left out. Two things the synthesizer must never meet are taken
+// care of here: tokens without a sound, and tokens of unbounded length.
 
 #include "agent/speech/text_normalizer.h"
 
@@ -30,32 +30,36 @@ struct Respelling {
 // Written forms that the synthesizer does not know or takes for something else: some of them for the names of
 // states, which it finds everywhere.
 constexpr Respelling kRespellings[] = {
-    {"I", "i"},      {"OK", "okay"},  {"Ok", "okay"},     {"ok", "okay"},   {"Ms", "miz"},      {"Prof", "professor"},
-    {"Jr", "junior"}, {"Sr", "senior"}, {"etc", "etcetera"}, {"vs", "versus"}, {"Hi", "hi"},      {"HI", "high"},
-    {"Me", "me"},    {"ME", "me"},    {"Oh", "oh"},       {"OH", "oh"},     {"Ma", "ma"},       {"MA", "ma"},
-    {"Pa", "pa"},    {"PA", "pa"},    {"OR", "or"},       {"Or", "or"},     {"Miss", "miss"},   {"Mass", "mass"},
-    {"Wash", "wash"}, {"Al", "al"},   {"US", "u.s"},      {"e.g", "for example"}, {"i.e", "that is"},
+    {"I", "i"},          {"OK", "okay"},        {"Ok", "okay"},   {"ok", "okay"},
+    {"Ms", "miz"},       {"Prof", "professor"}, {"Jr", "junior"}, {"Sr", "senior"},
+    {"etc", "etcetera"}, {"vs", "versus"},      {"Hi", "hi"},     {"HI", "high"},
+    {"Me", "me"},        {"ME", "me"},          {"Oh", "oh"},     {"OH", "oh"},
+    {"Ma", "ma"},        {"MA", "ma"},          {"Pa", "pa"},     {"PA", "pa"},
+    {"OR", "or"},        {"Or", "or"},          {"Miss", "miss"}, {"Mass", "mass"},
+    {"Wash", "wash"},    {"Al", "al"},          {"US", "u.s"},    {"e.g", "for example"},
+    {"i.e", "that is"},
 };
 
 constexpr Respelling kAddressWords[] = {
-    {"N", "north"},      {"S", "south"},   {"E", "east"},   {"W", "west"},      {"Ave", "avenue"},
-    {"Blvd", "boulevard"}, {"Rd", "road"}, {"Ln", "lane"},  {"Ct", "court"},    {"Pl", "place"},
-    {"Apt", "apartment"}, {"Ste", "suite"}, {"Hwy", "highway"}, {"Pkwy", "parkway"}, {"Sq", "square"},
+    {"N", "north"},        {"S", "south"},   {"E", "east"},      {"W", "west"},       {"Ave", "avenue"},
+    {"Blvd", "boulevard"}, {"Rd", "road"},   {"Ln", "lane"},     {"Ct", "court"},     {"Pl", "place"},
+    {"Apt", "apartment"},  {"Ste", "suite"}, {"Hwy", "highway"}, {"Pkwy", "parkway"}, {"Sq", "square"},
 };
 
 constexpr std::string_view kSmallNumbers[] = {
-    "zero",    "one",     "two",       "three",    "four",     "five",    "six",
-    "seven",   "eight",   "nine",      "ten",      "eleven",   "twelve",  "thirteen",
-    "fourteen", "fifteen", "sixteen",  "seventeen", "eighteen", "nineteen",
+    "zero",     "one",     "two",     "three",     "four",     "five",     "six",
+    "seven",    "eight",   "nine",    "ten",       "eleven",   "twelve",   "thirteen",
+    "fourteen", "fifteen", "sixteen", "seventeen", "eighteen", "nineteen",
 };
 constexpr std::string_view kTens[] = {"",      "",      "twenty",  "thirty", "forty",
                                       "fifty", "sixty", "seventy", "eighty", "ninety"};
 
 // After these a full stop is no end of a sentence.
 constexpr std::string_view kAbbreviations[] = {
-    "mr", "mrs", "ms", "dr", "st", "prof", "jr", "sr", "vs", "e.g", "i.e", "rev", "gen", "col", "capt", "lt",
-    "sgt", "hon", "approx", "fig", "cf", "al", "inc", "ltd", "messrs", "mt", "dept", "est", "jan", "feb", "mar",
-    "apr", "jun", "jul", "aug", "sep", "sept", "oct", "nov", "dec", "ave", "blvd", "rd",
+    "mr",  "mrs", "ms",     "dr",   "st",   "prof", "jr",  "sr",     "vs",   "e.g", "i.e",
+    "rev", "gen", "col",    "capt", "lt",   "sgt",  "hon", "approx", "fig",  "cf",  "al",
+    "inc", "ltd", "messrs", "mt",   "dept", "est",  "jan", "feb",    "mar",  "apr", "jun",
+    "jul", "aug", "sep",    "sept", "oct",  "nov",  "dec", "ave",    "blvd", "rd",
 };
 
 bool IsDigit(char c) { return IsAsciiDigit(static_cast<unsigned char>(c)); }
@@ -72,8 +76,8 @@ std::string Lower(std::string_view text)
 
 template <typename Table> std::string_view FindRespelling(const Table& table, std::string_view word)
 {
-    const auto* found =
-        std::find_if(std::begin(table), std::end(table), [word](const auto& row) { return row.written == word; });
+    const auto* found = std::find_if(std::begin(table), std::end(table),
+                                     [word](const auto& row) { return row.written == word; });
     return found == std::end(table) ? std::string_view{} : found->said;
 }
 
@@ -82,11 +86,15 @@ Break BreakAfter(char punctuation)
     switch (punctuation) {
     case '.':
     case '?':
-    case '!': return Break::Sentence;
+    case '!':
+        return Break::Sentence;
     case ';':
-    case ':': return Break::Semicolon;
-    case ',': return Break::Comma;
-    default: return Break::None;
+    case ':':
+        return Break::Semicolon;
+    case ',':
+        return Break::Comma;
+    default:
+        return Break::None;
     }
 }
 
@@ -165,7 +173,7 @@ void RunReader::ReadFigure()
     while (end < text_.size() && text_[end] == ',' && digitsAt(end + 1) == 3)
         end += 4;
     const char next = end < text_.size() ? text_[end] : '\0';
-    if (next == ':' && end - at_ <= 2 && digitsAt(end + 1) == 2)
+    if (next == ':' && text_[at_] != '$' && end - at_ <= 2 && digitsAt(end + 1) == 2)
         return ReadTime();
     if ((next == '-' || next == '/' || next == '.') && ReadChain(next, end))
         return;
@@ -237,11 +245,11 @@ bool RunReader::ReadChain(char link, std::size_t from)
 void RunReader::ReadWord()
 {
     std::size_t end = SpanFrom(at_, IsLetter);
-    const bool dotted = end == at_ + 1 && end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) &&
-                        !(end + 2 < text_.size() && IsLetter(text_[end + 2]));
+    const bool dotted = end == at_ + 1 && end + 1 < text_.size() && text_[end] == '.' &&
+                        IsLetter(text_[end + 1]) && !(end + 2 < text_.size() && IsLetter(text_[end + 2]));
     if (dotted) { // U.S.A
-        while (end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) && end - at_ < kLongestWord &&
-               !(end + 2 < text_.size() && IsLetter(text_[end + 2])))
+        while (end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) &&
+               end - at_ < kLongestWord && !(end + 2 < text_.size() && IsLetter(text_[end + 2])))
             end += 2;
     }
     while (end + 1 < text_.size() && text_[end] == '\'' && IsLetter(text_[end + 1]))

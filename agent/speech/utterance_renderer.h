@@ -5,6 +5,7 @@
 #include "agent/speech/synthesizer.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <deque>
 #include <span>
 #include <string_view>
@@ -12,7 +13,8 @@
 
 namespace voxtrel::agent::speech {
 
-// Takes an utterance as it is made: its samples, and its events in order, each before the sample it belongs to.
+// Takes an utterance as it is made: its samples, and its events in order, each before the sample it belongs
+// to.
 class UtteranceSink {
 public:
     virtual ~UtteranceSink() = default;
@@ -28,10 +30,12 @@ public:
 class UtteranceRenderer : private SpeechSink {
 public:
     // All arguments must outlive the renderer.
-    UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer, UtteranceSink& sink,
+    UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
+                      UtteranceSink& sink,
                       ClauseCutter::Bookmarks bookmarks = ClauseCutter::Bookmarks::Report);
 
-    // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped it.
+    // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped
+    // it.
     bool RenderClause();
 
     // How far the markup has been read, in characters.
@@ -46,6 +50,7 @@ private:
     bool Timing(const SpeechTiming& timing) override;
     bool Samples(std::span<const std::int16_t> samples) override;
 
+    bool Audible(std::int16_t sample) const { return std::abs(int{sample}) >= audible_; }
     void FindOnset();
     void PlanEvents();
     void PlanMouths();
@@ -62,6 +67,7 @@ private:
     const Voice& voice_;
     Synthesizer& synthesizer_;
     UtteranceSink& sink_;
+    int audible_; // the least amplitude of speech
 
     Clause clause_;
     std::int64_t made_ = 0; // samples given to the sink

@@ -24,6 +24,9 @@ struct Voice {
 // All voices, the usual one first.
 std::span<const Voice> AllVoices();
 
+// The amplitude below which a voice, before its gain, makes no sound of speech.
+int AudibleLevel(const Voice& voice);
+
 // The voice of an engine mode identifier, compared without regard to case; null if there is none.
 const Voice* FindVoice(std::wstring_view modeId);
 

@@ -88,6 +88,7 @@ Result StageCharacter::MoveTo(long left, long top)
     if (picture_ != nullptr)
         window_->MoveFrame(Position());
     FollowFigure();
+    stage_.view.Wake();
     return Result::Success();
 }
 
@@ -100,6 +101,7 @@ Result StageCharacter::Resize(long width, long height)
     if (picture_ != nullptr)
         figureRows_ = RowsInUse(*picture_);
     FollowFigure();
+    stage_.view.Wake();
     return Result::Success();
 }
 

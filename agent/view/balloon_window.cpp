@@ -24,11 +24,13 @@ wxString TextOf(const stage::BalloonPicture& balloon)
     return text;
 }
 
-// Alike in everything that the painted shape depends on.
+// Alike in everything that the painted shape depends on; the place on the screen may differ.
 bool SameShape(const stage::BalloonPicture& left, const stage::BalloonPicture& right)
 {
     stage::BalloonPicture other = right;
     other.lines = left.lines;
+    other.body.x = left.body.x;
+    other.body.y = left.body.y;
     return left == other;
 }
 
@@ -44,7 +46,8 @@ wxFont FontOf(const stage::FontSpec& font)
 
 BalloonWindow::BalloonWindow(stage::PointerInput& input) : ShapedWindow(wxString())
 {
-    Bind(wxEVT_LEFT_DOWN, [&input](wxMouseEvent&) { input.BalloonPress(); });
+    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_RIGHT_DOWN, wxEVT_MIDDLE_DOWN})
+        Bind(type, [&input](wxMouseEvent&) { input.BalloonPress(); });
 }
 
 void BalloonWindow::ShowBalloon(const stage::BalloonPicture& balloon, double borderWidth)
@@ -54,11 +57,13 @@ void BalloonWindow::ShowBalloon(const stage::BalloonPicture& balloon, double bor
         font_ = FontOf(balloon.font);
     balloon_ = balloon;
     SetTitle(TextOf(balloon));
+    const stage::Rect bounds = stage::BalloonBounds(balloon);
+    const wxPoint topLeft(bounds.x, bounds.y);
     if (sameShape) {
+        MovePicture(topLeft);
         Refresh(false);
     } else {
-        const stage::Rect bounds = stage::BalloonBounds(balloon);
-        SetPicture(stage::PaintBalloonShape(balloon, borderWidth), wxPoint(bounds.x, bounds.y));
+        SetPicture(stage::PaintBalloonShape(balloon, borderWidth), topLeft);
     }
     Appear();
 }

@@ -62,6 +62,8 @@ public:
 private:
     static void Remove(wxFrame* window)
     {
+        if (window->HasCapture())
+            window->ReleaseMouse();
         window->SetEvtHandlerEnabled(false); // its input is about to go
         window->Hide();
         window->Destroy();

@@ -72,6 +72,8 @@ void ShapedWindow::SetPicture(const stage::Picture& picture, const wxPoint& topL
 
 void ShapedWindow::MovePicture(const wxPoint& topLeft)
 {
+    if (bounds_.GetPosition() == topLeft)
+        return;
     bounds_.SetPosition(topLeft);
     Move(topLeft, wxSIZE_ALLOW_MINUS_ONE);
 }

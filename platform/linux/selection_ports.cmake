@@ -5,6 +5,7 @@ voxtrel_system_library(voxtrel_selection_ports
   ${CMAKE_CURRENT_LIST_DIR}/selection_ports.cpp
   ${CMAKE_CURRENT_LIST_DIR}/toolkit_clipboard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/x11_clipboard.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/x11_clipboard_keeper.cpp
   ${CMAKE_CURRENT_LIST_DIR}/x11_connection.cpp
   ${CMAKE_CURRENT_LIST_DIR}/x11_key_map.cpp
   ${CMAKE_CURRENT_LIST_DIR}/x11_keys.cpp

@@ -1,6 +1,7 @@
 #include "platform/linux/x11_clipboard.h"
 
 #include "platform/linux/toolkit_clipboard.h"
+#include "platform/linux/x11_clipboard_keeper.h"
 #include "settings/text_case.h"
 
 #include <xcb/xfixes.h>
@@ -14,6 +15,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kServerPatience = 1000ms;
 constexpr auto kHandOverPatience = 1000ms;
+constexpr auto kLookAfterServer = 60'000ms;
 constexpr int kPatienceForPieces = 5; // times the patience for one piece
 constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
@@ -46,8 +48,12 @@ X11Clipboard::X11Clipboard()
 
 X11Clipboard::~X11Clipboard()
 {
-    if (connection_.IsOpen() && server_->IsOffering() && !server_->Text().empty())
-        HandOver();
+    if (!connection_.IsOpen() || !server_->IsOffering() || server_->Text().empty())
+        return;
+    if (OwnerOf(connection_.Atom("CLIPBOARD_MANAGER")) != XCB_NONE)
+        HandToManager();
+    else if (LeaveClipboardKeeper(server_->Text()))
+        AwaitEvent(XCB_SELECTION_CLEAR, In(kHandOverPatience)); // so that there is no moment without an owner
 }
 
 void X11Clipboard::ServeRequests()
@@ -217,16 +223,30 @@ std::string X11Clipboard::TakeProperty(xcb_atom_t& type)
 
 bool X11Clipboard::SetText(std::wstring_view text, std::chrono::milliseconds)
 {
-    if (!connection_.IsOpen())
-        return false;
+    return connection_.IsOpen() &&
+           TakeOwnership(settings::ToUtf8(text), X11SelectionServer::History::KeepOut);
+}
+
+bool X11Clipboard::TakeOwnership(std::string utf8, X11SelectionServer::History history)
+{
     const xcb_atom_t clipboard = connection_.Atom("CLIPBOARD");
     const xcb_timestamp_t now = ServerTime();
     xcb_set_selection_owner(connection_.Get(), window_, clipboard, now);
     if (OwnerOf(clipboard) != window_)
         return false;
-    server_->Offer(settings::ToUtf8(text), now, X11SelectionServer::History::KeepOut);
+    server_->Offer(std::move(utf8), now, history);
     ServeRequests();
     return true;
+}
+
+void X11Clipboard::ServeUntilOthersCopy(const std::string& utf8)
+{
+    if (!connection_.IsOpen() || !TakeOwnership(utf8, X11SelectionServer::History::Remember))
+        return;
+    while (server_->IsOffering() && connection_.IsOpen()) {
+        if (const XcbEvent event = connection_.WaitForEvent(In(kLookAfterServer)))
+            Handle(*event);
+    }
 }
 
 std::uint32_t X11Clipboard::GetClipboardSequenceNumber()
@@ -252,11 +272,8 @@ bool X11Clipboard::AwaitChange(std::uint32_t since, Deadline deadline)
     return true;
 }
 
-void X11Clipboard::HandOver()
+void X11Clipboard::HandToManager()
 {
-    const xcb_atom_t manager = connection_.Atom("CLIPBOARD_MANAGER");
-    if (OwnerOf(manager) == XCB_NONE)
-        return;
     // From here on the text is the user's alone, and may be remembered.
     const xcb_timestamp_t now = ServerTime();
     server_->Offer(server_->Text(), now, X11SelectionServer::History::Remember);
@@ -264,9 +281,9 @@ void X11Clipboard::HandOver()
     const xcb_atom_t property = connection_.Atom("VOXTREL_SELECTION");
     xcb_change_property(connection_.Get(), XCB_PROP_MODE_REPLACE, window_, property, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
-    xcb_convert_selection(connection_.Get(), window_, manager, connection_.Atom("SAVE_TARGETS"), property,
-                          now);
-    const XcbEvent done = AwaitEvent(XCB_SELECTION_NOTIFY, In(kHandOverPatience));
+    xcb_convert_selection(connection_.Get(), window_, connection_.Atom("CLIPBOARD_MANAGER"),
+                          connection_.Atom("SAVE_TARGETS"), property, now);
+    AwaitEvent(XCB_SELECTION_NOTIFY, In(kHandOverPatience));
 }
 
 } // namespace voxtrel::platform

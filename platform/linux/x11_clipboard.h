@@ -17,7 +17,8 @@ namespace voxtrel::platform {
 class X11Clipboard final : public Clipboard {
 public:
     X11Clipboard();
-    // Leaves the text to the desktop's clipboard manager if there is one.
+    // A text that is ours to hand out stays on the clipboard: the desktop's clipboard manager takes it, or a
+    // process that is left behind.
     ~X11Clipboard() override;
 
     bool IsOpen() const { return connection_.IsOpen(); }
@@ -31,6 +32,9 @@ public:
 
     // The PRIMARY selection, that is what is selected right now, when a window of this client has it.
     std::optional<std::wstring> PrimaryTextOf(std::uint32_t client, std::chrono::milliseconds patience);
+
+    // Offers the text, without any mark, and returns when another program has copied or the display is gone.
+    void ServeUntilOthersCopy(const std::string& utf8);
 
     // The time that requests to the server and to other programs carry; moves with each call.
     xcb_timestamp_t ServerTime();
@@ -49,7 +53,8 @@ private:
     bool AwaitProperty(Deadline deadline);
     XcbEvent AwaitEvent(std::uint8_t type, Deadline deadline);
     xcb_window_t OwnerOf(xcb_atom_t selection);
-    void HandOver();
+    bool TakeOwnership(std::string utf8, X11SelectionServer::History history);
+    void HandToManager();
     void Handle(const xcb_generic_event_t& event);
 
     X11Connection connection_;

@@ -106,6 +106,8 @@ bool X11Keys::TypeWithCtrl(std::uint32_t keysym)
         return false;
     ListenToRawKeys(true);
     LookAgain();
+    if (onLooked)
+        onLooked();
     KeyCodes restored;
     const Strokes strokes = Plan(keys.front(), restored);
     Send(strokes);

@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -26,6 +27,10 @@ public:
     // Types Ctrl with the key of this symbol into whatever has the focus. Other modifiers that are held down
     // are let go for the moment. False when there is no such key.
     bool TypeWithCtrl(std::uint32_t keysym);
+
+    // Called between the look at the held keys and the typing: the moment in which a user's release counts
+    // twice.
+    std::function<void()> onLooked;
 
 private:
     struct Stroke {

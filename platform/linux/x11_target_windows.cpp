@@ -88,8 +88,14 @@ xcb_window_t X11TargetWindows::ActiveWindow()
 {
     const auto active =
         connection_.Numbers(connection_.Root(), connection_.Atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
-    managed_ = !active.empty();
-    return managed_ ? active.front() : FocusedTopWindow();
+    if (!active.empty()) {
+        managed_ = true;
+        return active.front();
+    }
+    // A manager that has just started has had no active window to tell of.
+    const xcb_atom_t manager = connection_.Atom("_NET_SUPPORTING_WM_CHECK");
+    managed_ = !connection_.Numbers(connection_.Root(), manager, XCB_ATOM_WINDOW).empty();
+    return managed_ ? 0 : FocusedTopWindow();
 }
 
 xcb_window_t X11TargetWindows::InputFocus()
@@ -199,7 +205,9 @@ bool X11TargetWindows::AwaitAnswer(NativeWindow window, std::chrono::millisecond
         return true;
     const xcb_window_t root = connection_.Root();
     const xcb_atom_t ping = connection_.Atom("_NET_WM_PING");
-    connection_.SelectEvents(root, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    // Programs differ in how they address their answer to the root window.
+    connection_.SelectEvents(root, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
+                                       XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     asked_ = Xid(window);
     question_ = clipboard_.ServerTime();
     Tell(asked_, asked_, XCB_EVENT_MASK_NO_EVENT, connection_.Atom("WM_PROTOCOLS"),

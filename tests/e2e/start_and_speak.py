@@ -69,7 +69,8 @@ class Speaking(Scenario):
         with open(path, "w", encoding="utf-16") as file:
             file.write("A line of text.\n")
         program = self.start(native(path))
-        program.wait_event("speak", lambda event: "A line of text." in event["markup"])
+        program.wait_event("utterance", lambda event: "text." in event["text"])
+        program.wait_event("bookmark", lambda event: event["number"] == 400003)  # "line"
 
     def test_quit_ends_the_program(self):
         program = self.start_and_wait()

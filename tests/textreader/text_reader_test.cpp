@@ -93,6 +93,26 @@ TEST(TextReader, WholeTextIsReadFromItsFirstCharacterAndQueuesTheEndMarks)
     EXPECT_EQ(room.window.hiddenFocused, 1);
 }
 
+TEST(TextReader, NavigationFromTheWholeTextBeginsAtTheWordHeard)
+{
+    ReadingRoom room(L"One two. Three four. Five six. Seven.");
+    room.reader.speakWindowText();
+    for (const std::int32_t number : {300001, 400005, 500010})
+        room.reader.agent1_Bookmark(number);
+    room.reader.PrepareNavigation();
+    room.reader.SelectNextSentence();
+    EXPECT_EQ(room.Section(), L" Five six.");
+    room.reader.speakWindowText();
+    for (const std::int32_t number : {300001, 400005, 500010})
+        room.reader.agent1_Bookmark(number);
+    room.reader.SelectPreviousWord();
+    EXPECT_EQ(room.Section(), L"two.");
+    room.reader.speakWindowText();
+    room.reader.SelectNextSentence();
+    EXPECT_EQ(room.reader.startpos, 0);
+    EXPECT_EQ(room.reader.strlength, 7);
+}
+
 TEST(TextReader, AutoCloseQueuesTheMarkThatClosesTheWindow)
 {
     ReadingRoom room(L"Go on.");
@@ -376,6 +396,7 @@ constexpr MovedCase kMovedCases[] = {
     {{5, 9}, {3, 10, 0}, {3, 3}}, // more than it
     {{5, 9}, {3, 4, 1}, {4, 6}},  // its beginning
     {{5, 9}, {7, 4, 1}, {5, 7}},  // its end
+    {{5, 5}, {5, 0, 3}, {5, 5}},  // an empty one
     {{5, 9}, {6, 2, 0}, {5, 7}},  // from its middle
 };
 

@@ -1,4 +1,5 @@
-// Shows a drawn character on the desktop, to be looked at by a person. Each argument is one thing to do:
+// Shows a character on the desktop, to be looked at by a person: the one of the .acs file that file:PATH
+// names as the first argument, else a drawn one. Every other argument is one thing to do:
 //   show hide stop        play:NAME   say:TEXT (silent, four words a second)
 //   left:N top:N size:N   style:N     font:NAME points:N
 //   wait:MS               quit
@@ -38,8 +39,9 @@ public:
             menu.Bind(wxEVT_MENU, [this](wxCommandEvent&) { ExitMainLoop(); });
             window.PopupMenu(&menu, at);
         }});
-        parts.loadCharacter = [](std::wstring_view) {
-            return acs::ReadOutcome{Result::Success(), DrawCharacter()};
+        parts.loadCharacter = [](std::wstring_view path) {
+            return path.empty() ? acs::ReadOutcome{Result::Success(), DrawCharacter()}
+                                : acs::LoadCharacterFile(path);
         };
         parts.balloonText = SilentBalloonText;
         parts.random = [generator = std::minstd_rand(7)](int bound) mutable {
@@ -52,8 +54,15 @@ public:
         };
         control_ = std::make_unique<stage::EmbeddedControl>(std::move(parts));
         control_->SetEvents(this);
-        if (!control_->Load(L"demo", L"").Ok())
+        std::wstring file;
+        if (!steps_.empty() && steps_.front().starts_with(L"file:")) {
+            file = steps_.front().substr(5);
+            steps_.pop_front();
+        }
+        if (const Result loaded = control_->Load(L"demo", file); !loaded.Ok()) {
+            std::printf("%ls\n", loaded.description.c_str());
             return false;
+        }
         timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Step(); });
         timer_.StartOnce(1);
         return true;

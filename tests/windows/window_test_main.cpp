@@ -1,5 +1,5 @@
-// Runs the tests of a program from within a wx application, so that they can open windows. Events are handled when
-// a test asks for it (wxYield, or a modal loop of the window under test).
+// Runs the tests of a program from within a wx application, so that they can open windows. Events are handled
+// when a test asks for it (wxYield, or a modal loop of the window under test).
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ public:
     }
 };
 
-}  // namespace
+} // namespace
 
 wxIMPLEMENT_APP_NO_MAIN(WindowTestApp);
 

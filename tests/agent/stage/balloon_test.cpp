@@ -187,6 +187,17 @@ TEST_F(BalloonTest, GoesWhileTheCharacterIsOffTheScreenAndComesBackWithIt)
     EXPECT_TRUE(Windows().balloon);
 }
 
+TEST_F(BalloonTest, LeftoverThatLeavesTheScreenIsToldWithoutDelay)
+{
+    SetStyle(2, balloon_style::kAutoPace);
+    Ignore(genie->Speak(L"one"));
+    view->Run(1000);
+    events.Take();
+    Ignore(genie->SetLeft(1000));
+    view->Run(0);
+    EXPECT_EQ(events.Take(), (Lines{L"balloon hidden"}));
+}
+
 TEST_F(BalloonTest, StandsAboveTheVisiblePartOfTheFrame)
 {
     acs::CharacterFile file = MakeTestCharacter();

@@ -40,8 +40,12 @@ public:
     int LineHeight(const FontSpec& font) const override { return font.points; }
 
     Time Now() const override { return now; }
-    void Drive(Ticker* driven) override { ticker = driven; }
-    void Wake() override {}
+    void Drive(Ticker* driven) override
+    {
+        ticker = driven;
+        Wake();
+    }
+    void Wake() override { wakeAt = ticker != nullptr ? ticker->NextTick() : kNever; }
     std::unique_ptr<CharacterView> MakeCharacterView(std::wstring_view name, PointerInput& input) override;
     std::optional<Rect> WorkAreaAt(const Rect& rect) const override
     {
@@ -54,9 +58,10 @@ public:
     // Ticks as the real timer would until the moment has come.
     void RunUntil(Time end)
     {
-        for (int i = 0; i < 1'000'000 && ticker->NextTick() <= end; ++i) {
-            now = std::max(now, ticker->NextTick());
+        for (int i = 0; i < 1'000'000 && wakeAt <= end; ++i) {
+            now = std::max(now, wakeAt);
             ticker->Tick();
+            Wake();
             ++ticks;
         }
         now = std::max(now, end);
@@ -66,6 +71,7 @@ public:
     Time now{1'000'000};
     Size monitor{1000, 800};
     Ticker* ticker = nullptr;
+    Time wakeAt = kNever; // what the timer is set to
     int ticks = 0;
     std::vector<std::shared_ptr<FakeWindows>> windows; // one for each character ever loaded
 };

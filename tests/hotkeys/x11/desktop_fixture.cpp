@@ -1,31 +1,17 @@
 #include "desktop_fixture.h"
 
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace voxtrel::platform {
-namespace {
 
 using namespace std::chrono_literals;
 
-std::string ReadLine(int descriptor)
-{
-    std::string line;
-    char c = 0;
-    while (read(descriptor, &c, 1) == 1 && c != '\n')
-        line += c;
-    return line;
-}
-
-} // namespace
-
-Child::Child(const std::vector<std::string>& command, int keepOpen)
+Child::Child(const std::vector<std::string>& command)
 {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
@@ -37,8 +23,6 @@ Child::Child(const std::vector<std::string>& command, int keepOpen)
     process_ = fork();
     if (process_ == 0) {
         dup2(ends[1], STDOUT_FILENO);
-        if (keepOpen >= 0)
-            fcntl(keepOpen, F_SETFD, 0);
         execvp(arguments[0], arguments.data());
         _exit(127);
     }
@@ -74,37 +58,6 @@ bool Child::HasEnded()
 
 void Child::Signal(int number) const { kill(process_, number); }
 
-void TestDesktop::SetUp()
-{
-    int ends[2];
-    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
-    server_ = std::make_unique<Child>(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]),
-                                                               "-screen", "0", "800x600x24", "-nolisten",
-                                                               "tcp", "-noreset"},
-                                      ends[1]);
-    close(ends[1]);
-    const std::string number = ReadLine(ends[0]);
-    close(ends[0]);
-    ASSERT_FALSE(number.empty()) << "no X server";
-    setenv("DISPLAY", (":" + number).c_str(), 1);
-    unsetenv("WAYLAND_DISPLAY");
-    manager_ = std::make_unique<Child>(std::vector<std::string>{"openbox"});
-    X11Connection display;
-    ASSERT_TRUE(display.IsOpen());
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (
-        display.Numbers(display.Root(), display.Atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW).empty()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "no window manager";
-        std::this_thread::yield();
-    }
-}
-
-void TestDesktop::TearDown()
-{
-    manager_.reset();
-    server_.reset();
-}
-
 bool X11Test::Until(const std::function<bool()>& condition, std::chrono::milliseconds patience)
 {
     const auto deadline = std::chrono::steady_clock::now() + patience;
@@ -132,9 +85,20 @@ std::unique_ptr<Child> X11Test::StartTarget(std::vector<std::string> options, Na
 
 void X11Test::Fingers(const std::vector<std::string>& arguments)
 {
-    std::vector<std::string> command = {"xdotool"};
+    const auto fingers = StartFingers(arguments);
+    EXPECT_TRUE(Until([&] { return fingers->HasEnded(); })) << "xdotool";
+}
+
+std::unique_ptr<Child> X11Test::StartFingers(const std::vector<std::string>& arguments)
+{
+    // On a nested display the user's keyboard is that of the display around it.
+    const char* around = std::getenv("VOXTREL_DISPLAY_OF_USER");
+    std::vector<std::string> command = {"env"};
+    if (around)
+        command.push_back(std::string("DISPLAY=") + around);
+    command.push_back("xdotool");
     command.insert(command.end(), arguments.begin(), arguments.end());
-    Ask(command);
+    return std::make_unique<Child>(command);
 }
 
 std::string X11Test::Ask(const std::vector<std::string>& command)
@@ -158,11 +122,3 @@ bool X11Test::IsDown(int virtualKey)
 }
 
 } // namespace voxtrel::platform
-
-int main(int argc, char** argv)
-{
-    ::testing::InitGoogleTest(&argc, argv);
-    if (!GTEST_FLAG_GET(list_tests))
-        ::testing::AddGlobalTestEnvironment(new voxtrel::platform::TestDesktop);
-    return RUN_ALL_TESTS();
-}

@@ -19,7 +19,7 @@ namespace voxtrel::platform {
 // A process that a test started, with what it has printed so far. Ended with the object.
 class Child {
 public:
-    explicit Child(const std::vector<std::string>& command, int keepOpen = -1);
+    explicit Child(const std::vector<std::string>& command);
     ~Child();
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
@@ -36,17 +36,6 @@ private:
     std::string text_;
 };
 
-// An X server with a window manager for all tests of the program.
-class TestDesktop : public ::testing::Environment {
-public:
-    void SetUp() override;
-    void TearDown() override;
-
-private:
-    std::unique_ptr<Child> server_;
-    std::unique_ptr<Child> manager_;
-};
-
 // The adapters, on a desktop with target programs.
 class X11Test : public ::testing::Test {
 protected:
@@ -60,6 +49,7 @@ protected:
 
     // Lets the user's fingers act: xdotool.
     void Fingers(const std::vector<std::string>& arguments);
+    std::unique_ptr<Child> StartFingers(const std::vector<std::string>& arguments);
 
     // The output of another program; the clipboard is served while it runs.
     std::string Ask(const std::vector<std::string>& command);

@@ -1,7 +1,7 @@
 // A program of a few lines to copy from, as odd as it is asked to be.
 //
 //   target_program [--text TEXT | --size BYTES] [--copy insert|c|both|none] [--primary] [--no-ping]
-//                  [--close-on-key] [--hang-on-key] [--class NAME] [--latin1] [--slow-pieces]
+//                  [--close-on-key] [--hang-on-key] [--class NAME] [--latin1] [--other-answer] [--manager]
 //
 // Prints "window ID" when its window is on the screen, and a line for every key event: "press" or "release",
 // the key's symbol and the modifiers' state.
@@ -31,6 +31,8 @@ struct Options {
     bool closeOnKey = false;
     bool hangOnKey = false;
     bool latin1 = false;
+    bool manager = false;     // keeps the clipboard of programs that end
+    bool otherAnswer = false; // to the question whether it hangs, as some toolkits address it
 };
 
 Options Parse(int argc, char** argv)
@@ -47,6 +49,10 @@ Options Parse(int argc, char** argv)
             options.closeOnKey = true;
         else if (name == "--hang-on-key")
             options.hangOnKey = true;
+        else if (name == "--manager")
+            options.manager = true;
+        else if (name == "--other-answer")
+            options.otherAnswer = true;
         else if (name == "--latin1")
             options.latin1 = true;
         else if (name == "--text" && hasValue)
@@ -87,6 +93,8 @@ public:
         XMapWindow(display_, window_);
         if (options_.primary)
             XSetSelectionOwner(display_, XA_PRIMARY, window_, CurrentTime);
+        if (options_.manager)
+            XSetSelectionOwner(display_, Named("CLIPBOARD_MANAGER"), window_, CurrentTime);
     }
 
     [[noreturn]] void Run()
@@ -104,7 +112,13 @@ public:
                 OnKey(event.xkey);
                 break;
             case SelectionRequest:
-                Provide(event.xselectionrequest);
+                if (event.xselectionrequest.target == Named("SAVE_TARGETS"))
+                    AskForClipboard(event.xselectionrequest);
+                else
+                    Provide(event.xselectionrequest);
+                break;
+            case SelectionNotify:
+                KeepClipboard(event.xselection);
                 break;
             case PropertyNotify:
                 if (event.xproperty.state == PropertyDelete && event.xproperty.window == requestor_ &&
@@ -162,6 +176,38 @@ private:
         XSendEvent(display_, request.requestor, False, NoEventMask, &answer);
     }
 
+    void AskForClipboard(const XSelectionRequestEvent& request)
+    {
+        saving_ = request;
+        XConvertSelection(display_, Named("CLIPBOARD"), Named("UTF8_STRING"), Named("SAVED"), window_,
+                          request.time);
+    }
+
+    void KeepClipboard(const XSelectionEvent& notice)
+    {
+        Atom type = None;
+        int format = 0;
+        unsigned long size = 0;
+        unsigned long left = 0;
+        unsigned char* bytes = nullptr;
+        XGetWindowProperty(display_, window_, notice.property, 0, 1 << 20, True, AnyPropertyType, &type,
+                           &format, &size, &left, &bytes);
+        options_.text.assign(reinterpret_cast<const char*>(bytes), size);
+        XFree(bytes);
+        XSetSelectionOwner(display_, Named("CLIPBOARD"), window_, CurrentTime);
+        XEvent answer{};
+        answer.xselection = {SelectionNotify,
+                             0,
+                             False,
+                             display_,
+                             saving_.requestor,
+                             saving_.selection,
+                             saving_.target,
+                             saving_.property,
+                             saving_.time};
+        XSendEvent(display_, saving_.requestor, False, NoEventMask, &answer);
+    }
+
     void ProvideText(const XSelectionRequestEvent& request)
     {
         requestor_ = request.requestor;
@@ -209,6 +255,7 @@ private:
     Atom property_ = None;
     Atom type_ = None;
     std::size_t sent_ = 0;
+    XSelectionRequestEvent saving_{}; // that asked to keep the clipboard
 };
 
 } // namespace

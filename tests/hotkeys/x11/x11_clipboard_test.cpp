@@ -112,6 +112,34 @@ TEST_F(X11ClipboardTest, ARequestorThatHangsInTheMiddleStopsNobody)
     EXPECT_EQ(clipboard.GetText(kPatienceOfACall), text);
 }
 
+TEST_F(X11ClipboardTest, TheTextOutlivesTheProgram)
+{
+    {
+        X11Clipboard ending;
+        ASSERT_TRUE(ending.SetText(L"left \u00fc", kPatienceOfACall));
+    }
+    EXPECT_EQ(Pasted(), "left \xc3\xbc");
+    EXPECT_EQ(Pasted("TARGETS").find("x-kde-passwordManagerHint"), std::string::npos)
+        << "it is the user's now";
+    ASSERT_TRUE(clipboard.SetText(L"newer", kPatienceOfACall));
+    EXPECT_EQ(Pasted(), "newer");
+}
+
+TEST_F(X11ClipboardTest, TheDesktopsClipboardManagerTakesTheTextOver)
+{
+    NativeWindow window = 0;
+    const auto manager = StartTarget({"--manager"}, window);
+    const std::uint32_t before = clipboard.GetClipboardSequenceNumber();
+    {
+        X11Clipboard ending;
+        ASSERT_TRUE(ending.SetText(L"left", kPatienceOfACall));
+    }
+    EXPECT_NE(clipboard.GetClipboardSequenceNumber(), before);
+    EXPECT_EQ(Pasted(), "left");
+    manager->Signal(SIGKILL);
+    EXPECT_TRUE(Until([&] { return Pasted().empty(); })) << "nobody else has kept it";
+}
+
 TEST_F(X11ClipboardTest, TheSequenceMovesWithEveryChange)
 {
     const std::uint32_t first = clipboard.GetClipboardSequenceNumber();

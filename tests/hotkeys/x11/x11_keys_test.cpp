@@ -103,6 +103,30 @@ TEST_F(X11KeysTest, OtherModifiersAreLetGoAndAreAsBeforeAfterwards)
     }
 }
 
+TEST_F(X11KeysTest, AModifierReleasedAtTheVeryMomentDoesNotStick)
+{
+    NativeWindow window = 0;
+    const auto target = StartTarget({"--copy", "none"}, window);
+    Fingers({"keydown", "Control_L", "keydown", "Shift_L"});
+    keys.onLooked = [this] { Fingers({"keyup", "Shift_L"}); };
+    ASSERT_TRUE(keystrokes.SendKeys(kCtrlInsert, window));
+    keys.onLooked = nullptr;
+    EXPECT_FALSE(IsDown(kShift));
+    EXPECT_TRUE(IsDown(kCtrl));
+}
+
+TEST_F(X11KeysTest, AModifierPressedAtTheVeryMomentStaysDown)
+{
+    NativeWindow window = 0;
+    const auto target = StartTarget({"--copy", "none"}, window);
+    keys.onLooked = [this] { Fingers({"keydown", "Shift_L"}); };
+    ASSERT_TRUE(keystrokes.SendKeys(kCtrlInsert, window));
+    keys.onLooked = nullptr;
+    EXPECT_TRUE(IsDown(kShift));
+    Fingers({"keyup", "Shift_L"});
+    EXPECT_FALSE(IsDown(kShift));
+}
+
 TEST_F(X11KeysTest, BothCtrlKeysHeldDown)
 {
     NativeWindow window = 0;

@@ -106,6 +106,16 @@ TEST_F(X11SelectionTest, AHungTargetIsLeftAloneAndDoesNotCopyWhenItWakes)
     EXPECT_EQ(Pasted(), "mine");
 }
 
+TEST_F(X11SelectionTest, BothWaysOfAnsweringCountAndSilenceDoesNotHarm)
+{
+    for (const char* way : {"--ping", "--other-answer", "--no-ping"}) {
+        SCOPED_TRACE(way);
+        const auto target = StartTarget({way}, window);
+        EXPECT_FALSE(windows.IsHungAppWindow(window));
+        EXPECT_EQ(SpeakSelection(), Texts{L"Hello."});
+    }
+}
+
 TEST_F(X11SelectionTest, ATargetThatHangsOnTheKeystroke)
 {
     const auto target = StartTarget({"--hang-on-key"}, window);

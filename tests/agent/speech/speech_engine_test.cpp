@@ -1,0 +1,431 @@
+#include "agent/speech/embedded_engine.h"
+#include "agent/speech/flite_synthesizer.h"
+#include "agent/speech/speech_factory.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace voxtrel::agent::speech {
+namespace {
+
+using std::chrono::steady_clock;
+using namespace std::chrono_literals;
+using Kind = SpeechEvent::Kind;
+
+// A condition with a limit: wakes up with the engine and now and then.
+class Bell {
+public:
+    std::function<void()> Ringer()
+    {
+        return [this] {
+            ++rung_;
+            changed_.notify_all();
+        };
+    }
+
+    template <typename Condition> bool WaitFor(Condition condition, std::chrono::milliseconds limit = 20s)
+    {
+        std::unique_lock lock(mutex_);
+        const auto end = steady_clock::now() + limit;
+        while (!condition()) {
+            if (steady_clock::now() > end)
+                return false;
+            changed_.wait_for(lock, 2ms);
+        }
+        return true;
+    }
+
+    int Rung() const { return rung_; }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::atomic<int> rung_ = 0;
+};
+
+class SilentEngine : public testing::Test {
+protected:
+    std::unique_ptr<SpeechEngine> Make(SpeechEngineOptions options = {})
+    {
+        options.output = SpeechEngineOptions::Output::Silent;
+        options.wake = bell_.Ringer();
+        return MakeSpeechEngine(std::move(options));
+    }
+
+    bool RunToEnd(SpeechEngine& engine)
+    {
+        return bell_.WaitFor([&] {
+            Take(engine);
+            return !engine.Speaking();
+        });
+    }
+
+    void Take(SpeechEngine& engine)
+    {
+        for (SpeechEvent& event : engine.TakeDueEvents())
+            events_.push_back(std::move(event));
+    }
+
+    // All but the mouths, in a short form.
+    std::wstring Told() const
+    {
+        std::wstring told;
+        for (const SpeechEvent& event : events_) {
+            switch (event.kind) {
+            case Kind::BalloonWord:
+                told += event.text + L" ";
+                break;
+            case Kind::LineBreak:
+                told += L"/ ";
+                break;
+            case Kind::Bookmark:
+                told += L"#" + std::to_wstring(event.number) + L" ";
+                break;
+            case Kind::End:
+                told += L".";
+                break;
+            case Kind::Mouth:
+                break;
+            }
+        }
+        return told;
+    }
+
+    Bell bell_;
+    std::vector<SpeechEvent> events_;
+};
+
+TEST_F(SilentEngine, TellsWordsBookmarksAndTheEndInOrder)
+{
+    const auto engine = Make();
+    EXPECT_FALSE(engine->Speaking());
+    engine->Start(L"\\Spd=250\\One \\Mrk=1\\two\n\\map=\"\\Mrk=2\\three\"=\"3\"\\. \\Mrk=3\\");
+    EXPECT_TRUE(engine->Speaking());
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(Told(), L"One #1 two / #2 3. #3 .");
+    EXPECT_TRUE(engine->TakeDueEvents().empty());
+}
+
+TEST_F(SilentEngine, MovesTheMouthAndClosesIt)
+{
+    const auto engine = Make();
+    engine->Start(L"Hello.");
+    ASSERT_TRUE(RunToEnd(*engine));
+    std::vector<acs::Mouth> mouths;
+    for (const SpeechEvent& event : events_) {
+        if (event.kind == Kind::Mouth)
+            mouths.push_back(event.mouth);
+    }
+    ASSERT_GE(mouths.size(), 3u);
+    EXPECT_EQ(mouths.back(), acs::Mouth::Closed);
+    EXPECT_EQ(std::adjacent_find(mouths.begin(), mouths.end()), mouths.end());
+}
+
+TEST_F(SilentEngine, TakesTheTimeThatSpeakingTakes)
+{
+    const auto engine = Make();
+    const auto begin = steady_clock::now();
+    engine->Start(L"\\Vol=0\\\\Mrk=1\\\\pau=400\\\\Mrk=2\\");
+    ASSERT_TRUE(RunToEnd(*engine));
+    const auto taken = steady_clock::now() - begin;
+    EXPECT_GE(taken, 390ms);
+    EXPECT_LT(taken, 2s); // a busy machine may be late
+    EXPECT_EQ(Told(), L"#1 #2 .");
+}
+
+TEST_F(SilentEngine, PassesBookmarksOfTextThatHasNoSound)
+{
+    for (const wchar_t* markup :
+         {L"\\Mrk=1\\\\Mrk=2\\", L"\\Mrk=1\\  \\Mrk=2\\ ", L"\\map=\"\\Mrk=1\\\\Mrk=2\\\"=\"\"\\",
+          L"\\map=\"\\Mrk=1\\\u65E5\u672C \\Mrk=2\\\u8A9E\"=\"\"\\"}) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(markup)));
+        const auto engine = Make();
+        events_.clear();
+        engine->Start(markup);
+        ASSERT_TRUE(RunToEnd(*engine));
+        EXPECT_EQ(Told(), L"#1 #2 .");
+    }
+}
+
+TEST_F(SilentEngine, EndsAnEmptyUtterance)
+{
+    const auto engine = Make();
+    engine->Start(L"");
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(Told(), L".");
+}
+
+TEST_F(SilentEngine, TellsNothingOfAStoppedUtterance)
+{
+    const auto engine = Make();
+    engine->Start(L"\\Mrk=1\\One two three four five six seven. \\Mrk=2\\Eight nine ten.");
+    ASSERT_TRUE(bell_.WaitFor([&] {
+        Take(*engine);
+        return !events_.empty();
+    }));
+    engine->Stop();
+    EXPECT_FALSE(engine->Speaking());
+    EXPECT_TRUE(engine->TakeDueEvents().empty());
+    events_.clear();
+    engine->Start(L"\\Mrk=7\\");
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(Told(), L"#7 .");
+}
+
+TEST_F(SilentEngine, BeginsAnewRightAfterAStop)
+{
+    const auto engine = Make();
+    std::wstring book;
+    for (int i = 0; i < 100000; ++i)
+        book += L"This sentence is part of a long book that nobody wants to hear to its end, ";
+    for (int round = 0; round < 20; ++round) {
+        engine->Start(book);
+        engine->Stop();
+    }
+    engine->Start(book);
+    events_.clear();
+    engine->Start(L"\\Spd=250\\\\Mrk=5\\Done.");
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(Told(), L"#5 Done. .");
+}
+
+TEST_F(SilentEngine, StopIsHarmlessWithoutSpeech)
+{
+    const auto engine = Make();
+    engine->Stop();
+    EXPECT_FALSE(engine->Speaking());
+}
+
+TEST_F(SilentEngine, WakesTheUserInterface)
+{
+    const auto engine = Make();
+    engine->Start(L"\\Mrk=1\\");
+    EXPECT_TRUE(bell_.WaitFor([&] { return bell_.Rung() > 0; }));
+}
+
+TEST_F(SilentEngine, RepeatsTheLastStatementWithoutItsBookmarks)
+{
+    const auto engine = Make();
+    engine->Start(L"\\Spd=250\\\\Mrk=1\\Hello.");
+    ASSERT_TRUE(RunToEnd(*engine));
+    events_.clear();
+    engine->Start(L" \\Lst\\ ");
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(Told(), L"Hello. .");
+}
+
+TEST_F(SilentEngine, SpeaksOneAlternativeOnlyWhenAskedTo)
+{
+    const auto plain = Make();
+    plain->Start(L"\\Mrk=1\\|\\Mrk=2\\");
+    ASSERT_TRUE(RunToEnd(*plain));
+    EXPECT_EQ(Told(), L"#1 | #2 .");
+    events_.clear();
+    const auto picking = Make({.alternatives = true});
+    picking->Start(L"\\Mrk=1\\|\\Mrk=2\\");
+    ASSERT_TRUE(RunToEnd(*picking));
+    EXPECT_TRUE(Told() == L"#1 ." || Told() == L"#2 .");
+}
+
+TEST_F(SilentEngine, KnowsItsVoices)
+{
+    const auto engine = Make();
+    const std::wstring usual = engine->Mode();
+    EXPECT_EQ(usual, ListVoices().front().modeId);
+    EXPECT_TRUE(engine->SetMode(L"{ca141fd0-ac7f-11d1-97a3-006008273006}").Ok());
+    EXPECT_EQ(engine->Mode(), L"{CA141FD0-AC7F-11D1-97A3-006008273006}");
+    const Result unknown = engine->SetMode(L"{00000000-0000-0000-0000-000000000000}");
+    EXPECT_EQ(unknown.code, ErrorCode::VoiceNotAvailable);
+    EXPECT_FALSE(unknown.description.empty());
+    EXPECT_EQ(engine->Mode(), L"{CA141FD0-AC7F-11D1-97A3-006008273006}");
+}
+
+std::uint32_t Number(const std::string& bytes, std::size_t at)
+{
+    return static_cast<std::uint32_t>(
+        static_cast<unsigned char>(bytes[at]) | static_cast<unsigned char>(bytes[at + 1]) << 8 |
+        static_cast<unsigned char>(bytes[at + 2]) << 16 | static_cast<unsigned char>(bytes[at + 3]) << 24);
+}
+
+std::string FileContent(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST_F(SilentEngine, RecordsWhatIsSpokenInAFileThatIsValidAtAnyMoment)
+{
+    const auto path =
+        std::filesystem::temp_directory_path() /
+        ("voxtrel-recording-" + std::to_string(std::hash<std::thread::id>()(std::this_thread::get_id())) +
+         std::to_string(steady_clock::now().time_since_epoch().count()) + ".wav");
+    auto engine = Make({.record = path});
+    engine->Start(L"\\pau=500\\\\Mrk=1\\\\pau=500\\");
+    ASSERT_TRUE(bell_.WaitFor([&] { return FileContent(path).size() > 5000; }));
+    const std::string early = FileContent(path);
+    EXPECT_GT(Number(early, 40), 0u);
+    EXPECT_LE(Number(early, 40), early.size() - 44 + 2000);
+    ASSERT_TRUE(RunToEnd(*engine));
+    ASSERT_TRUE(bell_.WaitFor([&] { return Number(FileContent(path), 40) == 32000; }));
+    EXPECT_EQ(FileContent(path).size(), 44u + 32000u);
+    EXPECT_EQ(FileContent(path).substr(0, 4), "RIFF");
+    engine.reset();
+    std::filesystem::remove(path);
+}
+
+// A sound device that plays when the test says so.
+class FakeDevice : public AudioOutput {
+public:
+    explicit FakeDevice(SampleSource& source) : source_(source) {}
+
+    void Open() override { state = openWorks ? State::Playing : State::Failed; }
+    void Close() override { state = State::Closed; }
+    void GiveUp() override
+    {
+        state = State::Failed;
+        openWorks = false;
+    }
+    State CurrentState() const override { return state; }
+
+    // Plays so many samples, heard at once.
+    std::vector<std::int16_t> Play(std::size_t count)
+    {
+        std::vector<std::int16_t> samples(count);
+        source_.Pull(samples, steady_clock::now());
+        return samples;
+    }
+
+    std::atomic<State> state = State::Closed;
+    std::atomic<bool> openWorks = true;
+
+private:
+    SampleSource& source_;
+};
+
+class EngineWithDevice : public testing::Test {
+protected:
+    void Make(bool deviceWorks)
+    {
+        engine_ = std::make_unique<EmbeddedEngine>(
+            SpeechEngineOptions{}, std::make_unique<FliteSynthesizer>(), [&](SampleSource& source) {
+                auto device = std::make_unique<FakeDevice>(source);
+                device->openWorks = deviceWorks;
+                device_ = device.get();
+                return device;
+            });
+    }
+
+    // Plays until something can be heard.
+    bool PlayUntilLoud()
+    {
+        return bell_.WaitFor([&] { return Peak(device_->Play(160)) > 1000; });
+    }
+
+    static int Peak(const std::vector<std::int16_t>& samples)
+    {
+        int peak = 0;
+        for (const std::int16_t sample : samples)
+            peak = std::max(peak, std::abs(int{sample}));
+        return peak;
+    }
+
+    Bell bell_;
+    std::unique_ptr<EmbeddedEngine> engine_;
+    FakeDevice* device_ = nullptr;
+};
+
+TEST_F(EngineWithDevice, IsSilentWithinFiftyMillisecondsOfAStopAndDoesNotClick)
+{
+    Make(true);
+    engine_->Start(L"Nobody wanted to wait any longer for the answer of the committee.");
+    ASSERT_TRUE(PlayUntilLoud());
+    const std::vector<std::int16_t> before = device_->Play(160);
+    engine_->Stop();
+    const std::vector<std::int16_t> after = device_->Play(1600);
+    EXPECT_EQ(Peak({after.begin() + 16 * 10, after.end()}), 0); // 10 ms and the device's own delay remain
+    const int atSeam = std::abs(int{after.front()} - int{before.back()});
+    EXPECT_LE(atSeam,
+              std::max(2000, 2 * std::abs(int{before.back()} - int{before[before.size() - 2]}) + 2000));
+    for (std::size_t i = 1; i < 100; ++i)
+        EXPECT_LT(std::abs(int{after[i]} - int{after[i - 1]}), 12000);
+}
+
+TEST_F(EngineWithDevice, FiresEventsWhenTheirSampleHasBeenPlayedAndNotBefore)
+{
+    Make(true);
+    engine_->Start(L"\\pau=100\\\\Mrk=1\\\\pau=100\\\\Mrk=2\\");
+    ASSERT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
+    std::vector<SpeechEvent> events;
+    std::size_t played = 0;
+    ASSERT_TRUE(bell_.WaitFor([&] {
+        device_->Play(played < 1500 ? 100 : 10);
+        played += played < 1500 ? 100 : 10;
+        for (SpeechEvent& event : engine_->TakeDueEvents())
+            events.push_back(std::move(event));
+        return !events.empty();
+    }));
+    EXPECT_EQ(events.front().number, 1);
+    EXPECT_GE(played, 1600u);
+}
+
+TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceDoesNotOpen)
+{
+    Make(false);
+    engine_->Start(L"\\Mrk=1\\\\pau=100\\\\Mrk=2\\");
+    int marks = 0;
+    EXPECT_TRUE(bell_.WaitFor([&] {
+        for (const SpeechEvent& event : engine_->TakeDueEvents())
+            marks += event.kind == Kind::Bookmark ? 1 : 0;
+        return !engine_->Speaking();
+    }));
+    EXPECT_EQ(marks, 2);
+}
+
+TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceStopsPlaying)
+{
+    Make(true);
+    engine_->Start(L"\\pau=100\\\\Mrk=1\\");
+    EXPECT_TRUE(bell_.WaitFor([&] {
+        static_cast<void>(engine_->TakeDueEvents());
+        return !engine_->Speaking();
+    }));
+}
+
+TEST_F(EngineWithDevice, ClosesTheDeviceAfterAWhileOfSilence)
+{
+    Make(true);
+    EXPECT_EQ(device_->state, AudioOutput::State::Playing); // opened before it is needed
+    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Closed; }));
+    engine_->Start(L"\\Mrk=1\\\\pau=10\\");
+    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
+}
+
+// The real device, if there is one: nothing is measured, but everything arrives.
+TEST(DeviceEngine, SpeaksWhateverDeviceThereIs)
+{
+    Bell bell;
+    const auto engine = MakeSpeechEngine({.wake = bell.Ringer()});
+    engine->Start(L"\\Vol=0\\\\Mrk=1\\\\pau=50\\\\Mrk=2\\");
+    std::vector<std::int32_t> marks;
+    EXPECT_TRUE(bell.WaitFor([&] {
+        for (const SpeechEvent& event : engine->TakeDueEvents()) {
+            if (event.kind == Kind::Bookmark)
+                marks.push_back(event.number);
+        }
+        return !engine->Speaking();
+    }));
+    EXPECT_EQ(marks, (std::vector<std::int32_t>{1, 2}));
+}
+
+} // namespace
+} // namespace voxtrel::agent::speech

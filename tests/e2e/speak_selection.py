@@ -1,0 +1,357 @@
+"""Speaking what is selected in other programs, with real ones as targets: the text that is spoken, the clipboard
+before and after, where the focus ends up."""
+
+import os
+import random
+import shutil
+import signal
+import subprocess
+import time
+import unittest
+
+import harness
+from harness import Scenario, WINDOWS, wait_for, wine
+
+TICK = 0.1  # seconds between two looks at the keyboard
+SENTENCE = "The quick brown fox."
+# How long the random scenario runs.
+SECONDS = float(os.environ.get("VOXTREL_E2E_SECONDS", "20"))
+
+
+class Editor:
+    """An editor that shows a file; the whole text is selected by Ctrl+A."""
+
+    def __init__(self, command, window_class):
+        self.command = command
+        self.window_class = window_class
+
+    def is_installed(self):
+        return WINDOWS or shutil.which(self.command[0]) is not None
+
+    def open(self, scenario, path):
+        return scenario.open_program([*self.command, path], self.window_class)
+
+
+EDITORS = {"notepad": Editor(wine("notepad") if WINDOWS else [], "notepad.exe")} if WINDOWS else {
+    "mousepad": Editor(["mousepad", "--disable-server"], "Mousepad"),
+    "featherpad": Editor(["featherpad", "--standalone"], "FeatherPad"),
+}
+
+
+class SelectionScenario(Scenario):
+    def setUp(self):
+        super().setUp()
+        self.owners = []
+        self.addCleanup(self.stop_owners)
+        self.copy("mine")
+
+    # The user's hands.
+
+    def xdotool(self, *arguments):
+        return self.display.run("xdotool", *map(str, arguments)).decode().strip()
+
+    def hold(self, *keys):
+        for key in keys:
+            self.xdotool("keydown", key)
+
+    def release(self, *keys):
+        for key in reversed(keys):
+            self.xdotool("keyup", key)
+
+    def press_hot_key(self, key, done):
+        """Holds Ctrl and the key until done() is true."""
+        self.hold("Control_L", key)
+        try:
+            return wait_for(done, f"what Ctrl+{key} does")
+        finally:
+            self.release("Control_L", key)
+            # Two presses with no look at the keyboard between them are one.
+            time.sleep(2 * TICK)
+
+    # The user's clipboard.
+
+    def copy(self, text):
+        owner = subprocess.Popen(["xclip", "-i", "-selection", "clipboard", "-quiet"], stdin=subprocess.PIPE,
+                                 env=self.display.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        owner.stdin.write(text.encode())
+        owner.stdin.close()
+        self.owners.append(owner)
+        wait_for(lambda: self.clipboard() == text, "the text on the clipboard")
+
+    def clipboard(self):
+        try:
+            done = subprocess.run(["xclip", "-o", "-selection", "clipboard", "-t", "UTF8_STRING"],
+                                  env=self.display.environment, capture_output=True, timeout=10)
+        except subprocess.TimeoutExpired:
+            return None
+        return done.stdout.decode(errors="replace")
+
+    def stop_owners(self):
+        for owner in self.owners:
+            owner.kill()
+            owner.wait()
+
+    def expect_clipboard(self, text):
+        wait_for(lambda: self.clipboard() == text, f"{text[:40]!r} back on the clipboard, not {self.clipboard()!r}")
+
+    # Other programs.
+
+    def open_program(self, command, window_class):
+        environment = self.home.environment(self.display.environment)
+        environment["QT_QPA_PLATFORM"] = "xcb"
+        process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                   start_new_session=True)
+        self.addCleanup(self.end_process, process)
+        window = wait_for(lambda: self.visible_window(window_class), f"a window of {command[0]}")
+        self.bring_to_front(window)
+        return process, window
+
+    def end_process(self, process):
+        if process.poll() is None:
+            os.killpg(process.pid, signal.SIGKILL)
+        process.wait()
+
+    def visible_window(self, window_class):
+        found = self.xdotool("search", "--onlyvisible", "--class", f"^{window_class}$").split()
+        # The window with the title is the one to be used.
+        named = [window for window in found if self.xdotool("getwindowname", window)]
+        return int(named[-1]) if named else None
+
+    def active_window(self):
+        active = self.xdotool("getactivewindow")
+        return int(active) if active else None
+
+    def bring_to_front(self, window):
+        # Again and again: a request that is still under way takes its target to the front, too.
+        def in_front():
+            self.xdotool("windowactivate", window)
+            return self.active_window() == window
+        wait_for(in_front, "the window in front")
+
+    def write_file(self, text):
+        path = self.home.path("note.txt")
+        with open(path, "w", encoding="utf-8", newline="\r\n" if WINDOWS else "\n") as file:
+            file.write(text)
+        return path
+
+    def select_all(self, window):
+        """Selects everything and makes sure of it by copying it once."""
+        self.bring_to_front(window)
+        self.copy("nothing yet")
+
+        def copied():
+            self.xdotool("key", "ctrl+a", "ctrl+c")
+            return self.clipboard() != "nothing yet"
+        wait_for(copied, "the selection")
+        self.copy("mine")
+
+    # What the program said.
+
+    def spoken(self, program):
+        return [event["markup"] for event in program.events("speak")]
+
+    def has_spoken(self, program, text, times=1):
+        return sum(text in markup for markup in self.spoken(program)) >= times
+
+
+class HotKey1(SelectionScenario):
+    def test_speaks_the_selection_of_each_editor(self):
+        for name, editor in EDITORS.items():
+            if not editor.is_installed():
+                continue
+            with self.subTest(name):
+                program = self.start_and_wait()
+                process, window = editor.open(self, self.write_file(SENTENCE))
+                self.select_all(window)
+                self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+                self.expect_clipboard("mine")
+                self.assertEqual(self.active_window(), window)
+                program.wait_event("word", lambda event: event["text"].startswith("fox"))
+                self.assertEqual(len(self.spoken(program)), 1, "a held key speaks once")
+                self.end_process(process)
+                program.kill()
+
+    def test_speaks_again_when_pressed_again_and_with_shift_or_alt(self):
+        program = self.start_and_wait()
+        _, window = self.open_first_editor(SENTENCE)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE, 1))
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE, 2))
+        for count, modifier in enumerate(("Shift_L", "Alt_L"), start=3):
+            self.hold(modifier)
+            self.press_hot_key("F3", lambda times=count: self.has_spoken(program, SENTENCE, times))
+            self.release(modifier)
+        self.expect_clipboard("mine")
+
+    def open_first_editor(self, text):
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        process, window = editor.open(self, self.write_file(text))
+        self.select_all(window)
+        return process, window
+
+    def test_the_clipboard_is_the_same_before_and_after(self):
+        program = self.start_and_wait()
+        _, window = self.open_first_editor(SENTENCE)
+        texts = ["", "x", "two\nlines\n", "a smile \U0001F600, naïve, 漢字", "long " * 100_000]
+        for count, text in enumerate(texts, start=1):
+            with self.subTest(text=text[:20]):
+                self.copy(text)
+                self.bring_to_front(window)
+                self.press_hot_key("F3", lambda times=count: self.has_spoken(program, SENTENCE, times))
+                self.expect_clipboard(text)
+
+    def test_nothing_selected_speaks_nothing(self):
+        program = self.start_and_wait()
+        editor = next(iter(EDITORS.values()))
+        if not editor.is_installed():
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(""))
+        self.hold("Control_L", "F3")
+        self.release("Control_L", "F3")
+        self.copy("spoken instead")
+        self.bring_to_front(window)
+        self.press_hot_key("F5", lambda: self.has_spoken(program, "spoken instead"))
+        self.assertEqual(len(self.spoken(program)), 1)
+        self.expect_clipboard("spoken instead")
+
+    @unittest.skipIf(WINDOWS, "a stopped process is another thing there")
+    def test_a_program_that_hangs_costs_nothing_but_time(self):
+        program = self.start_and_wait()
+        process, window = self.open_first_editor(SENTENCE)
+        process.send_signal(signal.SIGSTOP)
+        self.hold("Control_L", "F3")
+        wait_for(lambda: self.clipboard() == "mine", "the clipboard as it was")
+        self.release("Control_L", "F3")
+        self.expect_clipboard("mine")
+        process.send_signal(signal.SIGCONT)
+        self.bring_to_front(window)
+        self.press_hot_key("F5", lambda: self.has_spoken(program, "mine"))
+        self.expect_clipboard("mine")
+
+    @unittest.skipIf(WINDOWS, "terminals of the other platform")
+    def test_speaks_what_is_selected_in_a_terminal_and_types_nothing_there(self):
+        if not shutil.which("xterm"):
+            self.skipTest("no terminal is installed")
+        program = self.start_and_wait()
+        typed = self.home.path("typed")
+        _, window = self.open_program(
+            ["xterm", "-e", "sh", "-c", f"printf '{SENTENCE}'; stty raw; cat > {typed}"], "XTerm")
+
+        def selected():
+            # Three clicks take the line.
+            self.xdotool("mousemove", "--window", window, 30, 8)
+            self.xdotool("click", "--repeat", 3, "--delay", 50, 1)
+            done = subprocess.run(["xclip", "-o", "-selection", "primary", "-t", "UTF8_STRING"],
+                                  env=self.display.environment, capture_output=True, timeout=10)
+            return SENTENCE in done.stdout.decode()
+        wait_for(selected, "the selection")
+        self.bring_to_front(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+        with open(typed, "rb") as file:
+            keys = file.read()
+        # The hot key itself arrives there, as with any program that looks at the keyboard from outside.
+        self.assertNotIn(b"\x03", keys)
+        self.assertNotIn(b"[2;5~", keys)
+
+
+class Toolbar(SelectionScenario):
+    def test_speak_button_speaks_the_selection_of_the_window_that_was_in_front(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        program.wait_event("target", lambda event: event["window"] == window or WINDOWS)
+        toolbar = wait_for(lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel"
+                                         and found[2] > 60 and self.display.is_viewable(found[0])), None), "the toolbar")
+        self.xdotool("mousemove", "--window", toolbar[0], 15, toolbar[3] // 2)
+        self.xdotool("click", 1)
+        wait_for(lambda: self.has_spoken(program, SENTENCE), "the selection to be spoken")
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+
+
+class Browser(SelectionScenario):
+    @unittest.skipIf(WINDOWS or not shutil.which("chromium"), "no browser is installed")
+    def test_speaks_the_selection_of_a_web_page(self):
+        program = self.start_and_wait()
+        page = self.home.path("page.html")
+        with open(page, "w", encoding="utf-8") as file:
+            file.write(f"<title>page</title><p>{SENTENCE}</p>")
+        _, window = self.open_program(
+            ["chromium", "--no-sandbox", "--no-first-run", "--disable-gpu", "--password-store=basic",
+             "--user-data-dir=" + self.home.path("browser"), "file://" + page], "Chromium")
+        self.select_all(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.expect_clipboard("mine")
+        self.assertEqual(self.active_window(), window)
+
+
+class ClipboardHotKeys(SelectionScenario):
+    def test_f5_speaks_the_clipboard(self):
+        program = self.start_and_wait()
+        self.copy("From the clipboard.")
+        self.press_hot_key("F5", lambda: self.has_spoken(program, "From the clipboard."))
+        self.expect_clipboard("From the clipboard.")
+
+    def test_f7_silences(self):
+        program = self.start_and_wait()
+        self.copy("word " * 200)
+        self.press_hot_key("F5", lambda: program.events("word"))
+        self.press_hot_key("F7", lambda: any(
+            event["text"].startswith("Speak") for event in program.events("request-complete")))
+
+
+class TheEnd(SelectionScenario):
+    def test_the_clipboard_outlives_the_program(self):
+        program = self.start_and_wait()
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        _, window = editor.open(self, self.write_file(SENTENCE))
+        self.select_all(window)
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.assertEqual(self.call("--quit")[0], 0)
+        program.wait_end()
+        self.expect_clipboard("mine")
+
+
+class RandomUse(SelectionScenario):
+    def test_nothing_is_lost_and_nothing_sticks(self):
+        chance = random.Random(1)
+        program = self.start_and_wait()
+        windows = []
+        mine = "mine"
+        for editor in EDITORS.values():
+            if editor.is_installed():
+                _, window = editor.open(self, self.write_file(SENTENCE))
+                self.select_all(window)
+                windows.append(window)
+        if not windows:
+            self.skipTest("no editor is installed")
+        end = time.monotonic() + SECONDS
+        while time.monotonic() < end:
+            self.bring_to_front(chance.choice(windows))
+            keys = chance.sample(["F3", "F5", "F7"], chance.randint(1, 2))
+            modifiers = ["Control_L"] + chance.choice([[], [], ["Shift_L"]])
+            self.hold(*modifiers, *keys)
+            if chance.random() < 0.5:
+                time.sleep(chance.random() / 2)
+            self.release(*modifiers, *keys)
+            self.expect_clipboard(mine)
+            if chance.random() < 0.3:
+                mine = f"mine {chance.random()}"
+                self.copy(mine)
+        time.sleep(2 * TICK)
+        count = sum(SENTENCE in markup for markup in self.spoken(program))
+        self.bring_to_front(windows[0])
+        self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE, count + 1))
+        self.expect_clipboard(mine)
+
+
+if __name__ == "__main__":
+    harness.main()
