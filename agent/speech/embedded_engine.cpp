@@ -275,11 +275,8 @@ void EmbeddedEngine::Announce(TimePoint now)
 std::unique_ptr<SpeechEngine> MakeSpeechEngine(SpeechEngineOptions options)
 {
     EmbeddedEngine::OutputMaker makeOutput;
-    if (options.output == SpeechEngineOptions::Output::Auto) {
-        makeOutput = [quietly = options.quietly](SampleSource& source) {
-            return MakePortAudioOutput(source, quietly);
-        };
-    }
+    if (options.output == SpeechEngineOptions::Output::Auto)
+        makeOutput = MakePortAudioOutput;
     return std::make_unique<EmbeddedEngine>(std::move(options), std::make_unique<FliteSynthesizer>(),
                                             makeOutput);
 }
