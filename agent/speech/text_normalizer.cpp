@@ -152,7 +152,7 @@ private:
     void ReadFigure();
     void ReadTime();
     void AddNumber(int number); // 0..99
-    void AddYear(int year);     // 0..9999
+    void AddYear(int year);     // 1000..9999
     bool IsDate(char link, std::size_t end) const;
     void ReadDate(std::size_t end);
     bool ReadChain(char link, std::size_t from);
@@ -264,7 +264,12 @@ void RunReader::ReadDate(std::size_t end)
 {
     while (at_ < end) {
         const std::string figure = Take(SpanFrom(at_, IsDigit));
-        figure.size() == 4 ? AddYear(std::stoi(figure)) : AddNumber(std::stoi(figure));
+        if (figure.size() <= 2)
+            AddNumber(std::stoi(figure));
+        else if (figure.front() != '0')
+            AddYear(std::stoi(figure));
+        else
+            Add(figure);
         at_ = std::min(at_ + 1, end);
     }
 }
