@@ -224,7 +224,8 @@ void frmTextReader::Navigate(Where where)
         {&TextReader::SelectPreviousParagraph, &TextReader::SelectCurrentParagraph,
          &TextReader::SelectNextParagraph}};
     reader_.PrepareNavigation();
-    (reader_.*kSelects[ChosenItem("mode")][static_cast<std::size_t>(where)])();
+    const Select select = kSelects[ChosenItem("mode")][static_cast<std::size_t>(where)];
+    (reader_.*select)();
 }
 
 void frmTextReader::toolbar_ButtonClick(std::string_view key)
