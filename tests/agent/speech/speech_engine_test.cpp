@@ -413,6 +413,10 @@ TEST_F(EngineWithDevice, ClosesTheDeviceAfterAWhileOfSilence)
 // The real device, if there is one: nothing is measured, but everything arrives.
 TEST(DeviceEngine, SpeaksWhateverDeviceThereIs)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP()
+        << "Drivers that are loaded and unloaded on the way leave memory behind, which would count as ours.";
+#endif
     Bell bell;
     const auto engine = MakeSpeechEngine({.wake = bell.Ringer()});
     engine->Start(L"\\Vol=0\\\\Mrk=1\\\\pau=50\\\\Mrk=2\\");
