@@ -21,9 +21,11 @@ constexpr WORD kOtherModifiers[] = {VK_LSHIFT, VK_RSHIFT, VK_LMENU, VK_RMENU, VK
 
 bool IsDown(int key) { return ::GetAsyncKeyState(key) < 0; }
 
+// The right Shift key is no extended key, but without the flag it is taken for the left one.
 bool IsExtended(WORD key)
 {
-    return key == VK_INSERT || key == VK_RCONTROL || key == VK_RMENU || key == VK_LWIN || key == VK_RWIN;
+    return key == VK_INSERT || key == VK_RSHIFT || key == VK_RCONTROL || key == VK_RMENU || key == VK_LWIN ||
+           key == VK_RWIN;
 }
 
 INPUT Stroke(WORD key, bool press)

@@ -22,7 +22,7 @@ constexpr auto kPatienceOfACall = 1000ms;
 class WindowsSelectionTest : public ::testing::Test {
 protected:
     WindowsSelectionTest() { EXPECT_TRUE(ports.clipboard->SetText(L"mine", kPatienceOfACall)); }
-    ~WindowsSelectionTest() override { Release({VK_LCONTROL, VK_RCONTROL, VK_LSHIFT, VK_LMENU, VK_F3}); }
+    ~WindowsSelectionTest() override { Release({VK_LCONTROL, VK_RCONTROL, VK_LSHIFT, VK_RSHIFT, VK_F3}); }
 
     static void Pump()
     {
@@ -70,7 +70,7 @@ protected:
         INPUT input{};
         input.type = INPUT_KEYBOARD;
         input.ki.wVk = key;
-        input.ki.dwFlags = flags;
+        input.ki.dwFlags = flags | (key == VK_RSHIFT || key == VK_RCONTROL ? KEYEVENTF_EXTENDEDKEY : 0);
         SendInput(1, &input, sizeof input);
     }
     static void Hold(std::initializer_list<WORD> held)
@@ -177,16 +177,19 @@ TEST_F(WindowsSelectionTest, AnotherProgramHoldsTheClipboardForAWhile)
 
 TEST_F(WindowsSelectionTest, HeldModifiersDoNotMixWithTheKeystrokeAndStayHeld)
 {
-    const auto target = Start({});
-    Hold({VK_LCONTROL, VK_LSHIFT, VK_F3});
-    EXPECT_EQ(SpeakSelection(), Texts{L"Hello."});
-    EXPECT_EQ(target->Keys(), std::vector<std::string>{"Ctrl+Insert"});
-    EXPECT_TRUE(IsDown(VK_LCONTROL));
-    EXPECT_TRUE(IsDown(VK_LSHIFT));
-    EXPECT_FALSE(IsDown(VK_RCONTROL));
-    Release({VK_F3, VK_LSHIFT, VK_LCONTROL});
-    EXPECT_FALSE(IsDown(VK_CONTROL));
-    EXPECT_FALSE(IsDown(VK_SHIFT));
+    for (const WORD shift : {WORD{VK_LSHIFT}, WORD{VK_RSHIFT}}) {
+        SCOPED_TRACE(shift);
+        const auto target = Start({});
+        Hold({VK_LCONTROL, shift, VK_F3});
+        EXPECT_EQ(SpeakSelection(), Texts{L"Hello."});
+        EXPECT_EQ(target->Keys(), std::vector<std::string>{"Ctrl+Insert"});
+        EXPECT_TRUE(IsDown(VK_LCONTROL));
+        EXPECT_TRUE(IsDown(shift));
+        EXPECT_FALSE(IsDown(VK_RCONTROL));
+        Release({VK_F3, shift, VK_LCONTROL});
+        EXPECT_FALSE(IsDown(VK_CONTROL));
+        EXPECT_FALSE(IsDown(VK_SHIFT));
+    }
 }
 
 TEST_F(WindowsSelectionTest, EveryKindOfTextComesBack)
