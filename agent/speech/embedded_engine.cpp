@@ -86,7 +86,10 @@ EmbeddedEngine::EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synt
     lastBusy_ = steady_clock::now();
     if (output_)
         output_->Open();
-    maker_ = std::thread([this] { MakeSound(); });
+    maker_ = std::thread([this, voice = voice_] {
+        synthesizer_->Prepare(*voice);
+        MakeSound();
+    });
     tender_ = std::thread([this] { TendOutput(); });
 }
 
@@ -149,7 +152,6 @@ std::vector<SpeechEvent> EmbeddedEngine::TakeDueEvents()
 
 void EmbeddedEngine::MakeSound()
 {
-    FliteSynthesizer::Prepare(*voice_);
     std::unique_lock lock(mutex_);
     while (true) {
         workComes_.wait(lock, [this] { return quit_ || next_; });
@@ -275,11 +277,8 @@ void EmbeddedEngine::Announce(TimePoint now)
 std::unique_ptr<SpeechEngine> MakeSpeechEngine(SpeechEngineOptions options)
 {
     EmbeddedEngine::OutputMaker makeOutput;
-    if (options.output == SpeechEngineOptions::Output::Auto) {
-        makeOutput = [quietly = options.quietly](SampleSource& source) {
-            return MakePortAudioOutput(source, quietly);
-        };
-    }
+    if (options.output == SpeechEngineOptions::Output::Auto)
+        makeOutput = MakePortAudioOutput;
     return std::make_unique<EmbeddedEngine>(std::move(options), std::make_unique<FliteSynthesizer>(),
                                             makeOutput);
 }

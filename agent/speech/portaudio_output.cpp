@@ -70,10 +70,7 @@ private:
 
 class PortAudioOutput : public AudioOutput {
 public:
-    PortAudioOutput(SampleSource& source, std::function<void(const std::function<void()>&)> quietly)
-        : source_(source), quietly_(std::move(quietly)), thread_([this] { Run(); })
-    {
-    }
+    explicit PortAudioOutput(SampleSource& source) : source_(source), thread_([this] { Run(); }) {}
 
     ~PortAudioOutput() override
     {
@@ -168,8 +165,7 @@ private:
             fresh_ = false;
             return true;
         }
-        const auto initialize = [this] { initialized_ = Pa_Initialize() == paNoError; };
-        quietly_ ? quietly_(initialize) : initialize();
+        initialized_ = Pa_Initialize() == paNoError;
         fresh_ = true;
         return initialized_;
     }
@@ -214,12 +210,9 @@ private:
         converter_.emplace(source_, format);
         channels_ = format.channels;
         PaStream* stream = nullptr;
-        PaError error = paNoError;
-        const auto open = [&] {
-            error = Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified,
-                                  paNoFlag, &PortAudioOutput::Callback, this);
-        };
-        quietly_ ? quietly_(open) : open();
+        const PaError error =
+            Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified, paNoFlag,
+                          &PortAudioOutput::Callback, this);
         if (error != paNoError)
             return false;
         Pa_SetStreamFinishedCallback(stream, &PortAudioOutput::Finished);
@@ -273,7 +266,6 @@ private:
     }
 
     SampleSource& source_;
-    std::function<void(const std::function<void()>&)> quietly_;
 
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -295,10 +287,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<AudioOutput> MakePortAudioOutput(SampleSource& source,
-                                                 std::function<void(const std::function<void()>&)> quietly)
+std::unique_ptr<AudioOutput> MakePortAudioOutput(SampleSource& source)
 {
-    return std::make_unique<PortAudioOutput>(source, std::move(quietly));
+    return std::make_unique<PortAudioOutput>(source);
 }
 
 } // namespace voxtrel::agent::speech

@@ -39,10 +39,6 @@ struct SpeechEngineOptions {
     // Called from another thread when there are events to take, so that nobody has to poll; may be empty.
     std::function<void()> wake = {};
 
-    // Runs what it is given, which looks for sound devices; the platform can use it to keep what sound
-    // drivers write to standard error from the user. Called from another thread; may be empty.
-    std::function<void(const std::function<void()>&)> quietly = {};
-
     SpeechMessages messages = {};
 };
 

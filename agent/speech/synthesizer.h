@@ -49,6 +49,9 @@ class Synthesizer {
 public:
     virtual ~Synthesizer() = default;
 
+    // Loads what this voice needs, so that the first Speak does not have to.
+    virtual void Prepare(const Voice& voice) = 0;
+
     // Speaks the tokens as one phrase; returns when all is made or the sink has had enough. The volume is not
     // applied.
     virtual void Speak(std::span<const SpokenToken> tokens, const Voice& voice, const Prosody& prosody,

@@ -152,6 +152,9 @@ private:
     void ReadFigure();
     void ReadTime();
     void AddNumber(int number); // 0..99
+    void AddYear(int year);     // 1000..9999
+    bool IsDate(char link, std::size_t end) const;
+    void ReadDate(std::size_t end);
     bool ReadChain(char link, std::size_t from);
     void ReadWord();
     void ReadWordAndFigures(std::size_t end);
@@ -227,6 +230,10 @@ bool RunReader::ReadChain(char link, std::size_t from)
     const bool decimal = link == '.' && links < 2;
     if (links == 0 || decimal || text_[at_] == '$' || end - at_ > kLongestMixedWord)
         return false;
+    if (links == 2 && IsDate(link, end)) {
+        ReadDate(end);
+        return true;
+    }
     if (link == '-' || (link == '/' && links == 1)) {
         Add(Take(end));
         return true;
@@ -240,6 +247,49 @@ bool RunReader::ReadChain(char link, std::size_t from)
         Add(Take(SpanFrom(at_, IsDigit)));
     }
     return true;
+}
+
+// Three figures of which one at the edge is a year; with slashes the year may be short.
+bool RunReader::IsDate(char link, std::size_t end) const
+{
+    const std::size_t first = SpanFrom(at_, IsDigit) - at_;
+    const std::size_t last = end - (text_.rfind(link, end - 1) + 1);
+    const std::size_t middle = end - at_ - first - last - 2;
+    const bool yearFirst = first == 4 && last <= 2, yearLast = last == 4 && first <= 2;
+    const bool shortYear = link == '/' && first <= 2 && last == 2;
+    return middle <= 2 && (yearFirst || yearLast || shortYear);
+}
+
+void RunReader::ReadDate(std::size_t end)
+{
+    while (at_ < end) {
+        const std::string figure = Take(SpanFrom(at_, IsDigit));
+        if (figure.size() <= 2)
+            AddNumber(std::stoi(figure));
+        else if (figure.front() != '0')
+            AddYear(std::stoi(figure));
+        else
+            Add(figure);
+        at_ = std::min(at_ + 1, end);
+    }
+}
+
+// 1998: nineteen ninety eight; 2005: two thousand five; 1800: eighteen hundred.
+void RunReader::AddYear(int year)
+{
+    const int century = year / 100, rest = year % 100;
+    if (century % 10 == 0 && rest < 10) {
+        AddNumber(year / 1000);
+        Add("thousand");
+    } else {
+        AddNumber(century);
+    }
+    if (rest == 0 && century % 10 != 0)
+        Add("hundred");
+    if (rest > 0 && rest < 10 && century % 10 != 0)
+        Add("oh");
+    if (rest > 0)
+        AddNumber(rest);
 }
 
 void RunReader::ReadWord()

@@ -19,6 +19,8 @@ namespace {
 using Kind = SpeechEvent::Kind;
 
 constexpr std::int64_t kLead = SamplesOf(10);
+constexpr std::int64_t kInnerLead =
+    SamplesOf(40); // part of a natural pause: soft consonants keep their approach
 constexpr std::int64_t kExactLead = SamplesOf(1); // next to a silence that is to be exact
 constexpr std::int64_t kTail = SamplesOf(6);
 constexpr std::int64_t kExactTail = SamplesOf(1);
@@ -71,7 +73,7 @@ bool UtteranceRenderer::RenderClause()
     timed_ = false;
     if (!clause_.tokens.empty()) {
         if (!paused_)
-            AddSilence(SamplesOf(PauseMs(clause_.before) / clause_.prosody.SpeedFactor()));
+            AddSilence(SamplesOf(PauseMs(clause_.before) / clause_.prosody.SpeedFactor()) - kInnerLead);
         gain_ = voice_.gain * clause_.prosody.Gain();
         begun_ = false;
         synthesizer_.Speak(clause_.tokens, voice_, clause_.prosody, *this);
@@ -122,7 +124,7 @@ void UtteranceRenderer::FindOnset()
         std::find_if(held_.begin() + from, held_.begin() + std::max(from, to), loud) - held_.begin();
     if (onset >= to && size < latest)
         return;
-    const std::int64_t lead = paused_ && spoken_ ? kExactLead : kLead;
+    const std::int64_t lead = !spoken_ ? kLead : paused_ ? kExactLead : kInnerLead;
     const std::int64_t cut = std::clamp<std::int64_t>(onset - lead, 0, size);
     offset_ = made_ - cut;
     paused_ = false;

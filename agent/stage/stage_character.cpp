@@ -106,6 +106,14 @@ Result StageCharacter::Speak(std::wstring markup)
 Result StageCharacter::StopAll()
 {
     const Time now = stage_.view.Now();
+    // Only the tick has not come yet for the first request of an idle queue: it counts as begun, so that a character
+    // that was told to appear is not lost to the first text that is read.
+    if (!active_ && !queue_.empty() &&
+        (queue_.front().kind == Request::Kind::Show || queue_.front().kind == Request::Kind::Hide)) {
+        active_ = std::move(queue_.front());
+        queue_.pop_front();
+        Begin(now);
+    }
     std::deque<Request> removed;
     removed.swap(queue_);
     if (active_)

@@ -128,8 +128,8 @@ class SelectionScenario(Scenario):
             return self.active_window() == window
         wait_for(in_front, "the window in front")
 
-    def write_file(self, text):
-        path = self.home.path("note.txt")
+    def write_file(self, text, name="note"):
+        path = self.home.path(f"{name}.txt")
         with open(path, "w", encoding="utf-8", newline="\r\n" if WINDOWS else "\n") as file:
             file.write(text)
         return path
@@ -144,6 +144,17 @@ class SelectionScenario(Scenario):
             return self.clipboard() != "nothing yet"
         wait_for(copied, "the selection")
         self.copy("mine")
+
+    def first_editor(self):
+        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
+        if editor is None:
+            self.skipTest("no editor is installed")
+        return editor
+
+    def open_first_editor(self, text):
+        process, window = self.first_editor().open(self, self.write_file(text))
+        self.select_all(window)
+        return process, window
 
     # What the program said.
 
@@ -161,7 +172,7 @@ class HotKey1(SelectionScenario):
                 continue
             with self.subTest(name):
                 program = self.start_and_wait()
-                process, window = editor.open(self, self.write_file(SENTENCE))
+                process, window = editor.open(self, self.write_file(SENTENCE, name))
                 self.select_all(window)
                 self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
                 self.expect_clipboard("mine")
@@ -182,14 +193,6 @@ class HotKey1(SelectionScenario):
             self.release(modifier)
         self.expect_clipboard("mine")
 
-    def open_first_editor(self, text):
-        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
-        if editor is None:
-            self.skipTest("no editor is installed")
-        process, window = editor.open(self, self.write_file(text))
-        self.select_all(window)
-        return process, window
-
     def test_the_clipboard_is_the_same_before_and_after(self):
         program = self.start_and_wait()
         _, window = self.open_first_editor(SENTENCE)
@@ -203,10 +206,7 @@ class HotKey1(SelectionScenario):
 
     def test_nothing_selected_speaks_nothing(self):
         program = self.start_and_wait()
-        editor = next(iter(EDITORS.values()))
-        if not editor.is_installed():
-            self.skipTest("no editor is installed")
-        _, window = editor.open(self, self.write_file(""))
+        _, window = self.first_editor().open(self, self.write_file(""))
         self.hold("Control_L", "F3")
         self.release("Control_L", "F3")
         self.copy("spoken instead")
@@ -257,14 +257,28 @@ class HotKey1(SelectionScenario):
         self.assertNotIn(b"[2;5~", keys)
 
 
+class TextReader(SelectionScenario):
+    def is_read(self, program, word):
+        return any(word in event["text"] for event in program.events("utterance"))
+
+    def test_f4_reads_the_selection_and_gives_the_focus_back(self):
+        program = self.start_and_wait()
+        _, window = self.open_first_editor(SENTENCE)
+        self.press_hot_key("F4", lambda: self.is_read(program, "quick"))
+        self.expect_clipboard("mine")
+        wait_for(lambda: self.active_window() == window, "the editor in front again")
+
+    def test_f6_reads_the_clipboard(self):
+        program = self.start_and_wait()
+        self.copy("Only on the clipboard.")
+        self.press_hot_key("F6", lambda: self.is_read(program, "clipboard"))
+        self.expect_clipboard("Only on the clipboard.")
+
+
 class Toolbar(SelectionScenario):
     def test_speak_button_speaks_the_selection_of_the_window_that_was_in_front(self):
         program = self.start_and_wait()
-        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
-        if editor is None:
-            self.skipTest("no editor is installed")
-        _, window = editor.open(self, self.write_file(SENTENCE))
-        self.select_all(window)
+        _, window = self.open_first_editor(SENTENCE)
         program.wait_event("target", lambda event: event["window"] == window or WINDOWS)
         toolbar = wait_for(lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel"
                                          and found[2] > 60 and self.display.is_viewable(found[0])), None), "the toolbar")
@@ -309,11 +323,7 @@ class ClipboardHotKeys(SelectionScenario):
 class TheEnd(SelectionScenario):
     def test_the_clipboard_outlives_the_program(self):
         program = self.start_and_wait()
-        editor = next((editor for editor in EDITORS.values() if editor.is_installed()), None)
-        if editor is None:
-            self.skipTest("no editor is installed")
-        _, window = editor.open(self, self.write_file(SENTENCE))
-        self.select_all(window)
+        _, window = self.open_first_editor(SENTENCE)
         self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
         self.assertEqual(self.call("--quit")[0], 0)
         program.wait_end()
@@ -326,9 +336,10 @@ class RandomUse(SelectionScenario):
         program = self.start_and_wait()
         windows = []
         mine = "mine"
-        for editor in EDITORS.values():
+        for name, editor in EDITORS.items():
             if editor.is_installed():
-                _, window = editor.open(self, self.write_file(SENTENCE))
+                # A file for each: an editor asks questions when its file is written again.
+                _, window = editor.open(self, self.write_file(SENTENCE, name))
                 self.select_all(window)
                 windows.append(window)
         if not windows:
