@@ -62,7 +62,8 @@ ensure_packages() {
 native_packages=(
   build-essential ca-certificates ccache cmake ninja-build pkg-config
   libwxgtk3.2-dev flite1-dev portaudio19-dev libutf8proc-dev librsvg2-dev
-  libatspi2.0-dev libxtst-dev libxext-dev libxrandr-dev
+  libgtk-3-dev libasound2-dev libjack-jackd2-dev libatspi2.0-dev libxtst-dev libxext-dev libxrandr-dev
+  libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
   fonts-dejavu-core
 )
 # A display, sound and eyes of one's own, for tests and demonstrations.
