@@ -7,7 +7,7 @@ namespace voxtrel::app {
 namespace {
 
 constexpr int kIconSize = 24; // device-independent pixels, as the gaps
-constexpr int kButtonGap = 3;
+constexpr int kButtonGap = 5; // wide enough for the window to show its title
 
 } // namespace
 
@@ -24,7 +24,7 @@ Toolbar::Toolbar(wxWindow* parent, const std::vector<ToolbarButtonDesign>& desig
         button->Bind(wxEVT_BUTTON, [ButtonClick, key = design.key](wxCommandEvent&) { ButtonClick(key); });
         buttons_.push_back(button);
         SetToolTipText(buttons_.size() - 1, design.toolTip);
-        row->Add(button, wxSizerFlags().Border(wxALL, FromDIP(kButtonGap)));
+        row->Add(button, wxSizerFlags().Border(wxLEFT | wxRIGHT, FromDIP(kButtonGap)));
     }
     SetSizerAndFit(row);
 }

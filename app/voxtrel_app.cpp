@@ -89,6 +89,7 @@ struct VoxtrelApp::House {
     {
         commands.reset();
         frame->Attach(nullptr);
+        rooms.UnloadTextReader(); // it silences its character
         agent1.reset();
         main.reset();
         frame->Destroy();

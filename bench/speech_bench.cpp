@@ -47,7 +47,7 @@ public:
 void SpeakToFirstSample(benchmark::State& state, const std::wstring& text)
 {
     FliteSynthesizer synthesizer;
-    FliteSynthesizer::Prepare(AllVoices().front());
+    synthesizer.Prepare(AllVoices().front());
     for (auto _ : state) {
         FirstSample sink;
         UtteranceRenderer renderer(text, AllVoices().front(), synthesizer, sink);

@@ -6,6 +6,7 @@
 
 #include "platform/linux/file_settings_backend.h"
 #include "speech/speech_markup.h"
+#include "textreader/reading_markup.h"
 
 #include <benchmark/benchmark.h>
 
@@ -15,6 +16,8 @@
 #include <random>
 #include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace voxtrel {
 namespace {
@@ -153,8 +156,28 @@ void BuildSpeechText(benchmark::State& state)
     std::filesystem::remove_all(folder);
 }
 
+// The Text Reader's markup of the same text, with a bookmark in front of every word.
+void BuildReadingMarkup(benchmark::State& state)
+{
+    std::vector<std::pair<std::wstring, std::wstring>> pairs;
+    for (std::size_t i = 0; i < Vocabulary().size(); ++i) {
+        if (HasPronunciation(i))
+            pairs.emplace_back(Vocabulary()[i], Vocabulary()[i] + L"eh");
+    }
+    const speech::PronunciationTable table(pairs);
+    settings::SharedSettings shared;
+    shared.interwordpause = static_cast<std::int16_t>(state.range(0));
+    const auto length = static_cast<std::int32_t>(Text().size());
+    for (auto _ : state) {
+        const auto reading = textreader::BuildReadingMarkup(Text(), 0, length, shared, table);
+        benchmark::DoNotOptimize(reading.markup.data());
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kCharacters));
+}
+
 BENCHMARK(BareLoop)->Unit(benchmark::kMillisecond);
 BENCHMARK(BuildSpeechText)->ArgName("mode")->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+BENCHMARK(BuildReadingMarkup)->ArgName("pause")->Arg(0)->Arg(100)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace voxtrel

@@ -2,6 +2,10 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
 namespace voxtrel::settings {
 
 namespace {
@@ -24,6 +28,19 @@ std::size_t DecodeUtf8(std::string_view bytes, std::size_t position, char32_t& c
         return 0;
     codePoint = static_cast<char32_t>(decoded);
     return static_cast<std::size_t>(length);
+}
+
+// Most texts are ASCII for long stretches. The first position from here on that is not.
+std::size_t EndOfAscii(std::string_view bytes, std::size_t position)
+{
+    for (std::uint64_t eight = 0; position + sizeof eight <= bytes.size(); position += sizeof eight) {
+        std::memcpy(&eight, bytes.data() + position, sizeof eight);
+        if ((eight & 0x8080808080808080U) != 0)
+            break;
+    }
+    while (position < bytes.size() && static_cast<unsigned char>(bytes[position]) < 0x80)
+        ++position;
+    return position;
 }
 
 } // namespace
@@ -112,6 +129,13 @@ std::wstring FromUtf8(std::string_view bytes)
     std::wstring text;
     text.reserve(bytes.size());
     for (std::size_t i = 0; i < bytes.size();) {
+        if (const std::size_t end = EndOfAscii(bytes, i); end > i) {
+            const std::size_t before = text.size();
+            text.resize(before + (end - i));
+            std::copy(bytes.data() + i, bytes.data() + end, text.data() + before);
+            i = end;
+            continue;
+        }
         char32_t codePoint = kReplacement;
         const std::size_t length = DecodeUtf8(bytes, i, codePoint);
         AppendCodePoint(text, codePoint);
@@ -122,7 +146,7 @@ std::wstring FromUtf8(std::string_view bytes)
 
 std::size_t FindInvalidUtf8(std::string_view bytes)
 {
-    for (std::size_t i = 0; i < bytes.size();) {
+    for (std::size_t i = EndOfAscii(bytes, 0); i < bytes.size(); i = EndOfAscii(bytes, i)) {
         char32_t codePoint = 0;
         const std::size_t length = DecodeUtf8(bytes, i, codePoint);
         if (length == 0)

@@ -7,15 +7,14 @@ namespace voxtrel::textreader {
 
 namespace {
 
-// The starts of the lines that begin after a break between the two positions.
-std::vector<std::int32_t> StartsWithin(std::wstring_view text, std::int32_t from, std::int32_t to)
+// Adds the starts of the lines that begin after a break between the two positions.
+void AddStartsWithin(std::wstring_view text, std::int32_t from, std::int32_t to,
+                     std::vector<std::int32_t>& starts)
 {
-    std::vector<std::int32_t> starts;
     const std::wstring_view part = text.substr(0, static_cast<std::size_t>(to));
     for (std::size_t at = part.find(L'\n', static_cast<std::size_t>(from)); at != std::wstring_view::npos;
          at = part.find(L'\n', at + 1))
         starts.push_back(static_cast<std::int32_t>(at) + 1);
-    return starts;
 }
 
 } // namespace
@@ -23,8 +22,7 @@ std::vector<std::int32_t> StartsWithin(std::wstring_view text, std::int32_t from
 void LinePositions::SetText(std::wstring_view text)
 {
     starts_ = {0};
-    const std::vector<std::int32_t> found = StartsWithin(text, 0, static_cast<std::int32_t>(text.size()));
-    starts_.insert(starts_.end(), found.begin(), found.end());
+    AddStartsWithin(text, 0, static_cast<std::int32_t>(text.size()), starts_);
 }
 
 void LinePositions::TextEdited(std::wstring_view text, const TextEdit& edit)
@@ -33,7 +31,8 @@ void LinePositions::TextEdited(std::wstring_view text, const TextEdit& edit)
     const auto last = std::upper_bound(first, starts_.end(), edit.position + edit.removed);
     for (auto start = last; start != starts_.end(); ++start)
         *start += edit.added - edit.removed;
-    const std::vector<std::int32_t> found = StartsWithin(text, edit.position, edit.position + edit.added);
+    std::vector<std::int32_t> found;
+    AddStartsWithin(text, edit.position, edit.position + edit.added, found);
     const auto kept = starts_.erase(first, last);
     starts_.insert(kept, found.begin(), found.end());
 }
@@ -75,27 +74,36 @@ std::wstring WithCrLf(std::wstring_view text)
 {
     std::wstring normalised;
     normalised.reserve(text.size() + text.size() / 32);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != L'\r' && text[i] != L'\n') {
-            normalised += text[i];
-            continue;
+    for (std::size_t from = 0;;) {
+        const std::size_t lineFeed = std::min(text.find(L'\n', from), text.size());
+        // Up to here only carriage returns can be left.
+        std::wstring_view line = text.substr(from, lineFeed - from);
+        const bool crLf = lineFeed < text.size() && !line.empty() && line.back() == L'\r';
+        line.remove_suffix(crLf ? 1 : 0);
+        for (std::size_t at = line.find(L'\r'); at != std::wstring_view::npos; at = line.find(L'\r')) {
+            normalised += line.substr(0, at);
+            normalised += L"\r\n";
+            line.remove_prefix(at + 1);
         }
+        normalised += line;
+        if (lineFeed == text.size())
+            return normalised;
         normalised += L"\r\n";
-        if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n')
-            ++i;
+        from = lineFeed + 1;
     }
-    return normalised;
 }
 
 std::wstring WithLf(std::wstring_view text)
 {
     std::wstring shown;
     shown.reserve(text.size());
-    for (const wchar_t c : text) {
-        if (c != L'\r')
-            shown += c;
+    for (std::size_t from = 0;;) {
+        const std::size_t carriageReturn = std::min(text.find(L'\r', from), text.size());
+        shown += text.substr(from, carriageReturn - from);
+        if (carriageReturn == text.size())
+            return shown;
+        from = carriageReturn + 1;
     }
-    return shown;
 }
 
 } // namespace voxtrel::textreader

@@ -73,8 +73,10 @@ bool BeginsWithSurrogatePair(std::wstring_view text)
 
 class WordWriter {
 public:
-    WordWriter(std::wstring_view text, const PronunciationTable& table, ReadingMarkup& out)
-        : text_(text), table_(table), out_(out)
+    // blank stands for every blank of the markup.
+    WordWriter(std::wstring_view text, const PronunciationTable& table, std::wstring_view blank,
+               ReadingMarkup& out)
+        : text_(text), table_(table), blank_(blank), out_(out)
     {
     }
 
@@ -87,7 +89,7 @@ public:
         // A backslash would open a tag that the next bookmark closes. The hash of a pair is not worth a
         // special way.
         const bool opensTag = text_.front() == L'\\';
-        copied_ = opensTag || count > 1;
+        copied_ = opensTag || count > 1 || text_.front() == L' ';
         if (copied_)
             word_.assign(text_.substr(opensTag ? 1 : 0, opensTag ? 0 : count));
     }
@@ -174,12 +176,27 @@ private:
         out_.markup += L"\\Mrk=";
         AppendDecimal(out_.markup, PackWordMark(mark));
         out_.markup += L'\\';
-        out_.markup += spoken != nullptr ? std::wstring_view(*spoken) : word;
-        out_.markup += L' ';
+        // Only what is not the text's own can have a blank inside.
+        if (spoken != nullptr || copied_)
+            AppendWithBlanks(spoken != nullptr ? std::wstring_view(*spoken) : word);
+        else
+            out_.markup += word;
+        out_.markup += blank_;
+    }
+
+    void AppendWithBlanks(std::wstring_view words)
+    {
+        for (const wchar_t c : words) {
+            if (c == L' ')
+                out_.markup += blank_;
+            else
+                out_.markup += c;
+        }
     }
 
     std::wstring_view text_;
     const PronunciationTable& table_;
+    std::wstring_view blank_;
     ReadingMarkup& out_;
 
     std::size_t position_ = 0;  // 0-based, as everything in here
@@ -196,21 +213,12 @@ std::wstring Prosody(const settings::SharedSettings& shared)
            L"\\  " + shared.VoiceType + L" ";
 }
 
-// The semicolon makes the voice end a phrase there.
-std::wstring WithPauses(std::wstring_view markup, std::size_t from, std::int16_t milliseconds)
+// What stands for a blank. The semicolon makes the voice end a phrase there.
+std::wstring BlankOf(const settings::SharedSettings& shared)
 {
-    const std::wstring pause = L";\\pau=" + settings::FormatNumber(milliseconds) + L"\\";
-    const auto blanks = std::count(markup.begin() + static_cast<std::ptrdiff_t>(from), markup.end(), L' ');
-    std::wstring result;
-    result.reserve(markup.size() + static_cast<std::size_t>(blanks) * pause.size());
-    result += markup.substr(0, from);
-    for (const wchar_t c : markup.substr(from)) {
-        if (c == L' ')
-            result += pause;
-        else
-            result += c;
-    }
-    return result;
+    if (shared.interwordpause <= 0)
+        return L" ";
+    return L";\\pau=" + settings::FormatNumber(shared.interwordpause) + L"\\";
 }
 
 } // namespace
@@ -226,11 +234,11 @@ ReadingMarkup BuildReadingMarkup(std::wstring_view text, std::int32_t start, std
     const std::size_t sectionEnd = std::min(first + static_cast<std::size_t>(length), text.size());
 
     result.markup = Prosody(shared);
-    const std::size_t wrapped = result.markup.size();
-    result.markup.reserve(wrapped + (sectionEnd - first) * 4 + 64);
+    const std::wstring blank = BlankOf(shared);
+    result.markup.reserve(result.markup.size() + (sectionEnd - first) * (3 + blank.size() / 3) + 64);
     result.words.reserve((sectionEnd - first) / 5 + 1);
     result.markup += L"\\map=\"";
-    WordWriter writer(text, pronunciations, result);
+    WordWriter writer(text, pronunciations, blank, result);
     if (first == 0) {
         // The first character of the text belongs to its first word whatever it is, and the character behind
         // the section is read as well, but only into a word that has begun.
@@ -242,10 +250,7 @@ ReadingMarkup BuildReadingMarkup(std::wstring_view text, std::int32_t start, std
     }
     if (result.words.empty())
         return {};
-    result.markup += kEndOfSectionTag.substr(1);
-    result.markup += L"\"=\"\"\\";
-    if (shared.interwordpause > 0)
-        result.markup = WithPauses(result.markup, wrapped, shared.interwordpause);
+    result.markup += L"\\Mrk=999999999\\" + blank + L"\"=\"\"\\";
     return result;
 }
 

@@ -12,6 +12,8 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
+#include <utility>
 
 namespace voxtrel::textreader {
 namespace {
@@ -42,7 +44,7 @@ std::wstring FromUtf16(std::string_view bytes, ByteOrder order)
 // In which order the bytes are UTF-16 without a mark: in Western text every other byte is zero.
 std::optional<ByteOrder> UnmarkedUtf16(std::string_view bytes)
 {
-    if (bytes.size() % 2 != 0 || bytes.size() < 2)
+    if (bytes.size() % 2 != 0 || bytes.find('\0') == std::string_view::npos)
         return std::nullopt;
     std::array<std::size_t, 2> zeros{};
     for (std::size_t i = 0; i < bytes.size(); ++i)
@@ -110,7 +112,9 @@ LoadedText LoadTextFile(const std::wstring& path)
     if (std::filesystem::is_regular_file(file, error) &&
         std::filesystem::file_size(file, error) > kMaxFileBytes)
         return {{}, L"The file \"" + path + L"\" is too large to be read aloud."};
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream buffer;
+    buffer << stream.rdbuf();
+    const std::string bytes = std::move(buffer).str();
     if (stream.bad())
         return {{}, L"The file \"" + path + L"\" cannot be read."};
     LoadedText loaded = DecodeText(bytes);

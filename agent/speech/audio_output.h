@@ -16,8 +16,8 @@ public:
 
     virtual ~AudioOutput() = default;
 
-    // Asks for a device that plays what source has. Harmless when it is open. After a failure it is tried again,
-    // but not at once.
+    // Asks for a device that plays what source has. Harmless when it is open. After a failure it is tried
+    // again, but not at once.
     virtual void Open() = 0;
 
     // The source is left alone from now on.

@@ -28,8 +28,9 @@ struct CutLimits {
 constexpr CutLimits kFirstClause{2, 5, 14};
 constexpr CutLimits kLaterClause{8, 14, 28};
 
-constexpr std::array<std::string_view, 14> kConjunctions = {"and",  "or",    "but",   "because", "which", "that", "when",
-                                                            "while", "if",    "where", "who",     "with",  "than", "so"};
+constexpr std::array<std::string_view, 14> kConjunctions = {"and",  "or",   "but",   "because", "which",
+                                                            "that", "when", "while", "if",      "where",
+                                                            "who",  "with", "than",  "so"};
 
 bool IsConjunction(std::string_view word)
 {
@@ -68,22 +69,40 @@ void ClauseCutter::Take(const MarkupToken& token)
 {
     Prosody prosody = prosody_;
     switch (token.kind) {
-    case Kind::Text: return TakeText(token.text);
-    case Kind::Mark: return TakeMark(token.number);
-    case Kind::Pause: return TakePause(token.number);
-    case Kind::Pitch: prosody.pitch = token.number; break;
-    case Kind::Speed: prosody.speed = token.number; break;
-    case Kind::Volume: prosody.volume = token.number; break;
-    case Kind::Style: prosody.style = token.style; break;
-    case Kind::Context: prosody.context = token.context; break;
-    case Kind::Reset: prosody = Prosody(); break;
+    case Kind::Text:
+        return TakeText(token.text);
+    case Kind::Mark:
+        return TakeMark(token.number);
+    case Kind::Pause:
+        return TakePause(token.number);
+    case Kind::Pitch:
+        prosody.pitch = token.number;
+        break;
+    case Kind::Speed:
+        prosody.speed = token.number;
+        break;
+    case Kind::Volume:
+        prosody.volume = token.number;
+        break;
+    case Kind::Style:
+        prosody.style = token.style;
+        break;
+    case Kind::Context:
+        prosody.context = token.context;
+        break;
+    case Kind::Reset:
+        prosody = Prosody();
+        break;
     case Kind::Emphasis:
         EndRun();
         emphasis_ = true;
         return;
-    case Kind::Repeat: return;
-    case Kind::MapBegin: return BeginMap(token);
-    case Kind::MapEnd: return EndMap(token);
+    case Kind::Repeat:
+        return;
+    case Kind::MapBegin:
+        return BeginMap(token);
+    case Kind::MapEnd:
+        return EndMap(token);
     case Kind::End:
         EndRun();
         clause_.last = true;
@@ -180,7 +199,8 @@ void ClauseCutter::EndMap(const MarkupToken& token)
     if (!mapShown_ || mapBalloon_.data() != token.text.data())
         ShowMapped(token.text);
     const std::wstring shown = MappedBalloonText(token.text);
-    for (auto at = shown.begin() + static_cast<std::ptrdiff_t>(Trimmed(shown).second); at != shown.end(); ++at) {
+    for (auto at = shown.begin() + static_cast<std::ptrdiff_t>(Trimmed(shown).second); at != shown.end();
+         ++at) {
         EndRun();
         ShowSpace(*at);
     }
@@ -203,7 +223,8 @@ void ClauseCutter::AddTokens(NormalizedRun run)
     if (!run.tokens.empty()) {
         const std::size_t soFar = clause_.tokens.size();
         const CutLimits& limits = First() ? kFirstClause : kLaterClause;
-        if (soFar >= limits.anywhere || (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
+        if (soFar >= limits.anywhere ||
+            (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
             Finish(TrailingCues::MoveOn);
         paused_ = false;
         for (SpokenToken& token : run.tokens) {

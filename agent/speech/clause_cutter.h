@@ -24,7 +24,8 @@ struct Cue {
     friend bool operator==(const Cue&, const Cue&) = default;
 };
 
-// What is synthesized in one go. A clause may have no tokens: then its cues are due where the sound has arrived.
+// What is synthesized in one go. A clause may have no tokens: then its cues are due where the sound has
+// arrived.
 struct Clause {
     Prosody prosody;
     std::vector<SpokenToken> tokens;
@@ -36,9 +37,9 @@ struct Clause {
     friend bool operator==(const Clause&, const Clause&) = default;
 };
 
-// Reads markup and hands it out in clauses: ends of sentences, commas in long ones, tags that change the voice,
-// and a limit for those who never use a comma. The first clauses are short, so that the voice begins at once.
-// No word is lost or said twice, whatever the markup.
+// Reads markup and hands it out in clauses: ends of sentences, commas in long ones, tags that change the
+// voice, and a limit for those who never use a comma. The first clauses are short, so that the voice begins
+// at once. No word is lost or said twice, whatever the markup.
 class ClauseCutter {
 public:
     // Bookmarks of repeated speech are not reported again.
@@ -87,13 +88,13 @@ private:
     std::deque<Clause> finished_; // to be handed out
     std::size_t clausesMade_ = 0; // with tokens
 
-    std::wstring run_;                 // the characters of the word being read
-    std::vector<std::int32_t> inRun_;  // marks met inside of it, due after it
-    bool emphasis_ = false;            // of the next word
-    bool seam_ = false;                // a Map began or ended since the last character
-    Break before_ = Break::None;       // since the last token
-    bool paused_ = false;              // by a tag, since the last token
-    int lineBreaks_ = 0;               // since the last character that is no white space
+    std::wstring run_;                // the characters of the word being read
+    std::vector<std::int32_t> inRun_; // marks met inside of it, due after it
+    bool emphasis_ = false;           // of the next word
+    bool seam_ = false;               // a Map began or ended since the last character
+    Break before_ = Break::None;      // since the last token
+    bool paused_ = false;             // by a tag, since the last token
+    int lineBreaks_ = 0;              // since the last character that is no white space
     char32_t lastSpace_ = 0;
 
     bool inMap_ = false;

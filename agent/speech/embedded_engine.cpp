@@ -19,16 +19,22 @@ using std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 constexpr auto kTick = 10ms;
-constexpr auto kOpeningTakes = 1500ms;  // then the clock takes over until the device is there
-constexpr auto kDeviceIsDead = 700ms;   // when it has not asked for samples for so long
-constexpr auto kDeviceStaysOpen = 5s;   // a device opened late swallows the first syllable
+constexpr auto kOpeningTakes = 1500ms; // then the clock takes over until the device is there
+constexpr auto kDeviceIsDead = 3s;     // when it has not asked for samples for so long; some begin late
+constexpr auto kDeviceStaysOpen = 5s;  // a device opened late swallows the first syllable
 constexpr std::size_t kLongestRepeated = 65536;
 
 class PlaybackSink : public UtteranceSink {
 public:
-    PlaybackSink(Playback& playback, Playback::Utterance utterance) : playback_(playback), utterance_(utterance) {}
+    PlaybackSink(Playback& playback, Playback::Utterance utterance)
+        : playback_(playback), utterance_(utterance)
+    {
+    }
 
-    bool Samples(std::span<const std::int16_t> samples) override { return playback_.AddSamples(utterance_, samples); }
+    bool Samples(std::span<const std::int16_t> samples) override
+    {
+        return playback_.AddSamples(utterance_, samples);
+    }
     void Event(std::int64_t sample, SpeechEvent event) override
     {
         playback_.AddEvent(utterance_, sample, std::move(event));
@@ -45,8 +51,9 @@ bool AsksForRepetition(std::wstring_view markup)
     TagParser parser(markup);
     bool asked = false;
     for (MarkupToken token = parser.Next(); token.kind != MarkupToken::Kind::End; token = parser.Next()) {
-        const bool blank = token.kind == MarkupToken::Kind::Text &&
-                           std::all_of(token.text.begin(), token.text.end(), [](wchar_t c) { return IsWhiteSpace(c); });
+        const bool blank =
+            token.kind == MarkupToken::Kind::Text &&
+            std::all_of(token.text.begin(), token.text.end(), [](wchar_t c) { return IsWhiteSpace(c); });
         if (!blank && (asked || token.kind != MarkupToken::Kind::Repeat))
             return false;
         asked = asked || !blank;
@@ -79,7 +86,10 @@ EmbeddedEngine::EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synt
     lastBusy_ = steady_clock::now();
     if (output_)
         output_->Open();
-    maker_ = std::thread([this] { MakeSound(); });
+    maker_ = std::thread([this, voice = voice_] {
+        synthesizer_->Prepare(*voice);
+        MakeSound();
+    });
     tender_ = std::thread([this] { TendOutput(); });
 }
 
@@ -142,7 +152,6 @@ std::vector<SpeechEvent> EmbeddedEngine::TakeDueEvents()
 
 void EmbeddedEngine::MakeSound()
 {
-    FliteSynthesizer::Prepare(*voice_);
     std::unique_lock lock(mutex_);
     while (true) {
         workComes_.wait(lock, [this] { return quit_ || next_; });
@@ -210,9 +219,12 @@ bool EmbeddedEngine::DeviceServes(TimePoint now) const
     if (!output_)
         return false;
     switch (output_->CurrentState()) {
-    case AudioOutput::State::Opening: return now < busySince_ + kOpeningTakes;
-    case AudioOutput::State::Playing: return now < std::max(playback_.LastPull(), busySince_) + kDeviceIsDead;
-    default: return false;
+    case AudioOutput::State::Opening:
+        return now < busySince_ + kOpeningTakes;
+    case AudioOutput::State::Playing:
+        return now < std::max(playback_.LastPull(), busySince_) + kDeviceIsDead;
+    default:
+        return false;
     }
 }
 
@@ -265,12 +277,10 @@ void EmbeddedEngine::Announce(TimePoint now)
 std::unique_ptr<SpeechEngine> MakeSpeechEngine(SpeechEngineOptions options)
 {
     EmbeddedEngine::OutputMaker makeOutput;
-    if (options.output == SpeechEngineOptions::Output::Auto) {
-        makeOutput = [quietly = options.quietly](SampleSource& source) {
-            return MakePortAudioOutput(source, quietly);
-        };
-    }
-    return std::make_unique<EmbeddedEngine>(std::move(options), std::make_unique<FliteSynthesizer>(), makeOutput);
+    if (options.output == SpeechEngineOptions::Output::Auto)
+        makeOutput = MakePortAudioOutput;
+    return std::make_unique<EmbeddedEngine>(std::move(options), std::make_unique<FliteSynthesizer>(),
+                                            makeOutput);
 }
 
 } // namespace voxtrel::agent::speech

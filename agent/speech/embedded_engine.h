@@ -16,15 +16,16 @@
 
 namespace voxtrel::agent::speech {
 
-// Speaks with the built-in voices. Two threads of its own: one makes the sound, a clause ahead of what is heard;
-// the other sees to the output: opens the device while the first clause is made, plays in silence when there is
-// none, closes it after a while, and writes the recording. Both sleep while nothing is spoken.
+// Speaks with the built-in voices. Two threads of its own: one makes the sound, a clause ahead of what is
+// heard; the other sees to the output: opens the device while the first clause is made, plays in silence when
+// there is none, closes it after a while, and writes the recording. Both sleep while nothing is spoken.
 class EmbeddedEngine : public SpeechEngine {
 public:
     // Makes the sound device; none for silence.
     using OutputMaker = std::function<std::unique_ptr<AudioOutput>(SampleSource&)>;
 
-    EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synthesizer> synthesizer, const OutputMaker& makeOutput);
+    EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synthesizer> synthesizer,
+                   const OutputMaker& makeOutput);
     ~EmbeddedEngine() override;
 
     Result SetMode(std::wstring_view modeId) override;

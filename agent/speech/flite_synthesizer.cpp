@@ -1,12 +1,12 @@
 // The flite library behind Synthesizer.
 //
 // Our words go in as the library's tokens, so that its words and segments lead back to them. The samples come
-// out through its streaming call, which also lets a stopped utterance go at once. Three of the base voices are
-// statistical: for whispering they get a copy of their model in which nothing is voiced. The fourth is made of
-// recorded diphones: whispering replaces its excitation by noise and filters it again.
+// out through its streaming call, which also lets a stopped utterance go at once. Three of the base voices
+// are statistical: for whispering they get a copy of their model in which nothing is voiced. The fourth is
+// made of recorded diphones: whispering replaces its excitation by noise and filters it again.
 //
-// A voice of another build is spoken slower (or faster) and lower (or higher) than wanted and resampled back, so
-// that only its resonances have moved.
+// A voice of another build is spoken slower (or faster) and lower (or higher) than wanted and resampled back,
+// so that only its resonances have moved.
 
 #include "agent/speech/flite_synthesizer.h"
 
@@ -55,8 +55,8 @@ struct UtteranceDeleter {
 };
 using Utterance = std::unique_ptr<cst_utterance, UtteranceDeleter>;
 
-// A copy of a statistical model that does what we ask: its melody follows the pitch that is set for an utterance,
-// and for whispering its excitation is noise throughout.
+// A copy of a statistical model that does what we ask: its melody follows the pitch that is set for an
+// utterance, and for whispering its excitation is noise throughout.
 class Model {
 public:
     enum class Excitation { Voice, Noise };
@@ -127,10 +127,14 @@ private:
     static cst_voice* Register(VoiceBase base)
     {
         switch (base) {
-        case VoiceBase::Kal: return register_cmu_us_kal16(nullptr);
-        case VoiceBase::Awb: return register_cmu_us_awb(nullptr);
-        case VoiceBase::Rms: return register_cmu_us_rms(nullptr);
-        case VoiceBase::Slt: break;
+        case VoiceBase::Kal:
+            return register_cmu_us_kal16(nullptr);
+        case VoiceBase::Awb:
+            return register_cmu_us_awb(nullptr);
+        case VoiceBase::Rms:
+            return register_cmu_us_rms(nullptr);
+        case VoiceBase::Slt:
+            break;
         }
         return register_cmu_us_slt(nullptr);
     }
@@ -221,7 +225,8 @@ void Job::SetFeatures(cst_utterance& utterance)
 {
     const double pitch = std::max(kLowestPitchHz, voice_.pitchHz * prosody_.PitchFactor() / voice_.tract);
     // A voice that is moved down to the lowest pitch keeps some melody, as much as there is room for.
-    const double spread = std::min(voice_.pitchSpreadHz * prosody_.PitchFactor() / voice_.tract, (pitch - 45) / 1.5);
+    const double spread =
+        std::min(voice_.pitchSpreadHz * prosody_.PitchFactor() / voice_.tract, (pitch - 45) / 1.5);
     const bool flat = prosody_.style == VoiceStyle::Monotone;
     utt_set_feat_float(&utterance, "duration_stretch",
                        static_cast<float>(voice_.stretch * voice_.tract / prosody_.SpeedFactor()));
@@ -268,8 +273,8 @@ std::span<const std::int16_t> Job::Breathe(std::span<const std::int16_t> samples
     return breathed_;
 }
 
-// The first synthesis was stopped at its first sound; the filters it has chosen are driven by noise of the same
-// strength instead.
+// The first synthesis was stopped at its first sound; the filters it has chosen are driven by noise of the
+// same strength instead.
 void Job::WhisperDiphones(cst_utterance& utterance)
 {
     if (feat_present(utterance.features, "target_lpcres") == 0)
@@ -280,13 +285,15 @@ void Job::WhisperDiphones(cst_utterance& utterance)
     for (int frame = 0, at = 0; frame < lpc->num_frames; at += lpc->sizes[frame], ++frame) {
         unsigned char* residual = lpc->residual + at;
         const int size = lpc->sizes[frame];
-        const double power = std::accumulate(residual, residual + size, 0.0, [](double sum, unsigned char coded) {
-            const double sample = cst_ulaw_to_short(coded);
-            return sum + sample * sample;
-        });
+        const double power =
+            std::accumulate(residual, residual + size, 0.0, [](double sum, unsigned char coded) {
+                const double sample = cst_ulaw_to_short(coded);
+                return sum + sample * sample;
+            });
         const double strength = size > 0 ? std::sqrt(3 * power / size) : 0;
         std::generate(residual, residual + size, [&] {
-            return cst_short_to_ulaw(static_cast<short>(std::clamp(strength * uniform(random), -32000.0, 32000.0)));
+            return cst_short_to_ulaw(
+                static_cast<short>(std::clamp(strength * uniform(random), -32000.0, 32000.0)));
         });
     }
     noiseToCome_ = true;
@@ -328,9 +335,11 @@ SpeechTiming Job::ReadTiming(const cst_utterance& utterance) const
 
     // A token without a sound of its own begins with the one after it.
     std::int64_t following = timing.speechEnd;
-    for (const cst_item* token = relation_tail(utt_relation(&utterance, "Token")); token; token = item_prev(token)) {
+    for (const cst_item* token = relation_tail(utt_relation(&utterance, "Token")); token;
+         token = item_prev(token)) {
         for (const cst_item* word = item_daughter(token); word; word = item_next(word)) {
-            if (const cst_item* segment = path_to_item(word, "R:SylStructure.daughter1.daughter1.R:Segment")) {
+            if (const cst_item* segment =
+                    path_to_item(word, "R:SylStructure.daughter1.daughter1.R:Segment")) {
                 following = SampleAt(StartOf(segment));
                 break;
             }

@@ -8,11 +8,9 @@ namespace voxtrel::agent::speech {
 // turns, since the library under them keeps global state.
 class FliteSynthesizer : public Synthesizer {
 public:
+    void Prepare(const Voice& voice) override;
     void Speak(std::span<const SpokenToken> tokens, const Voice& voice, const Prosody& prosody,
                SpeechSink& sink) override;
-
-    // Loads the base voice of this one, so that the first Speak does not have to.
-    static void Prepare(const Voice& voice);
 };
 
 } // namespace voxtrel::agent::speech

@@ -32,8 +32,8 @@ constexpr std::array kRows{
 
 Mouth MouthOf(std::string_view phoneme)
 {
-    const auto found =
-        std::find_if(kRows.begin(), kRows.end(), [phoneme](const Row& row) { return row.phoneme == phoneme; });
+    const auto found = std::find_if(kRows.begin(), kRows.end(),
+                                    [phoneme](const Row& row) { return row.phoneme == phoneme; });
     return found == kRows.end() ? Mouth::Partly : found->mouth;
 }
 

@@ -9,7 +9,8 @@ namespace voxtrel::agent::speech {
 
 namespace {
 
-constexpr std::size_t kAhead = SamplesOf(2500); // more than the longest clause takes to make on a slow machine
+constexpr std::size_t kAhead =
+    SamplesOf(2500); // more than the longest clause takes to make on a slow machine
 constexpr std::size_t kMostEvents = 4096;
 constexpr std::size_t kFade = SamplesOf(5);
 constexpr std::size_t kStretches = 64;
@@ -39,7 +40,8 @@ void Playback::Drop()
 {
     const std::size_t fade = std::min(kFade, samples_.size());
     for (std::size_t i = 0; i < fade; ++i)
-        fading_.push_back(static_cast<std::int16_t>(samples_[i] * static_cast<int>(fade - i) / static_cast<int>(fade)));
+        fading_.push_back(
+            static_cast<std::int16_t>(samples_[i] * static_cast<int>(fade - i) / static_cast<int>(fade)));
     samples_.clear();
     samples_.shrink_to_fit();
     events_.clear();
@@ -118,7 +120,8 @@ std::size_t Playback::Pull(std::span<std::int16_t> out, TimePoint heardAt)
             roomMade_.notify_all();
     }
     if (recording_)
-        recorded_.insert(recorded_.end(), out.begin(), out.begin() + static_cast<std::ptrdiff_t>(faded + count));
+        recorded_.insert(recorded_.end(), out.begin(),
+                         out.begin() + static_cast<std::ptrdiff_t>(faded + count));
     return faded + count;
 }
 

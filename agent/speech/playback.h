@@ -19,14 +19,14 @@ public:
 
     virtual ~SampleSource() = default;
 
-    // Fills out with what is to be played, silence where there is nothing. The first sample will be heard at the
-    // moment heardAt. Returns how many samples were not silence of this kind. Never waits for long.
+    // Fills out with what is to be played, silence where there is nothing. The first sample will be heard at
+    // the moment heardAt. Returns how many samples were not silence of this kind. Never waits for long.
     virtual std::size_t Pull(std::span<std::int16_t> out, TimePoint heardAt) = 0;
 };
 
 // Stands between the making of an utterance and its playing: keeps samples until an output fetches them, and
-// events until their sample has been heard. Threads: the user interface begins, stops and takes events; a worker
-// adds samples and events; an output pulls. The lock is held for copying only.
+// events until their sample has been heard. Threads: the user interface begins, stops and takes events; a
+// worker adds samples and events; an output pulls. The lock is held for copying only.
 class Playback : public SampleSource {
 public:
     using Utterance = std::uint64_t;
@@ -40,8 +40,8 @@ public:
     bool Active() const;
     std::vector<SpeechEvent> TakeDue(TimePoint now);
 
-    // For the worker. They do nothing once the utterance is not the current one any more, and return whether it
-    // still is.
+    // For the worker. They do nothing once the utterance is not the current one any more, and return whether
+    // it still is.
     bool IsCurrent(Utterance utterance) const;
     bool AddSamples(Utterance utterance, std::span<const std::int16_t> samples);
     void AddEvent(Utterance utterance, std::int64_t sample, SpeechEvent event);

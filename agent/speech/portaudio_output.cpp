@@ -22,7 +22,7 @@ using std::chrono::steady_clock;
 
 // Short enough that a stop is heard at once, long enough for a sound server.
 constexpr double kLeastLatency = 0.015;
-constexpr double kMostLatency = 0.035;
+constexpr double kMostLatency = 0.03;
 constexpr auto kRetryAfter = std::chrono::seconds(10);
 constexpr std::size_t kBlock = SamplesOf(10);
 
@@ -46,7 +46,8 @@ public:
     void Fill(std::int16_t* out, std::size_t frames, SampleSource::TimePoint heardAt)
     {
         while (ready_.size() < frames) {
-            const auto ahead = std::chrono::duration<double>(static_cast<double>(ready_.size()) / format_.rate);
+            const auto ahead =
+                std::chrono::duration<double>(static_cast<double>(ready_.size()) / format_.rate);
             const std::size_t count = resampler_ ? kBlock : frames - ready_.size();
             block_.resize(count);
             source_.Pull(block_, heardAt + std::chrono::duration_cast<steady_clock::duration>(ahead));
@@ -69,10 +70,7 @@ private:
 
 class PortAudioOutput : public AudioOutput {
 public:
-    PortAudioOutput(SampleSource& source, std::function<void(const std::function<void()>&)> quietly)
-        : source_(source), quietly_(std::move(quietly)), thread_([this] { Run(); })
-    {
-    }
+    explicit PortAudioOutput(SampleSource& source) : source_(source), thread_([this] { Run(); }) {}
 
     ~PortAudioOutput() override
     {
@@ -167,8 +165,7 @@ private:
             fresh_ = false;
             return true;
         }
-        const auto initialize = [this] { initialized_ = Pa_Initialize() == paNoError; };
-        quietly_ ? quietly_(initialize) : initialize();
+        initialized_ = Pa_Initialize() == paNoError;
         fresh_ = true;
         return initialized_;
     }
@@ -213,14 +210,12 @@ private:
         converter_.emplace(source_, format);
         channels_ = format.channels;
         PaStream* stream = nullptr;
-        PaError error = paNoError;
-        const auto open = [&] {
-            error = Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified, paNoFlag,
-                                  &PortAudioOutput::Callback, this);
-        };
-        quietly_ ? quietly_(open) : open();
+        const PaError error =
+            Pa_OpenStream(&stream, nullptr, &parameters, format.rate, paFramesPerBufferUnspecified, paNoFlag,
+                          &PortAudioOutput::Callback, this);
         if (error != paNoError)
             return false;
+        Pa_SetStreamFinishedCallback(stream, &PortAudioOutput::Finished);
         if (Pa_StartStream(stream) != paNoError) {
             Pa_CloseStream(stream);
             return false;
@@ -247,6 +242,14 @@ private:
         return paContinue;
     }
 
+    // The driver has ended the stream: the device is gone.
+    static void Finished(void* self)
+    {
+        auto* output = static_cast<PortAudioOutput*>(self);
+        if (output->audible_)
+            output->GiveUp();
+    }
+
     void Fill(std::int16_t* out, std::size_t frames, const PaStreamCallbackTimeInfo& time)
     {
         if (!audible_) {
@@ -257,12 +260,12 @@ private:
         double delay = time.outputBufferDacTime - time.currentTime;
         if (time.currentTime <= 0 || delay < 0 || delay > 1)
             delay = latency_;
-        const auto ahead = std::chrono::duration_cast<steady_clock::duration>(std::chrono::duration<double>(delay));
+        const auto ahead =
+            std::chrono::duration_cast<steady_clock::duration>(std::chrono::duration<double>(delay));
         converter_->Fill(out, frames, steady_clock::now() + ahead);
     }
 
     SampleSource& source_;
-    std::function<void(const std::function<void()>&)> quietly_;
 
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -284,10 +287,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<AudioOutput> MakePortAudioOutput(SampleSource& source,
-                                                 std::function<void(const std::function<void()>&)> quietly)
+std::unique_ptr<AudioOutput> MakePortAudioOutput(SampleSource& source)
 {
-    return std::make_unique<PortAudioOutput>(source, std::move(quietly));
+    return std::make_unique<PortAudioOutput>(source);
 }
 
 } // namespace voxtrel::agent::speech

@@ -6,8 +6,8 @@
 
 namespace voxtrel::agent::speech {
 
-// Plays samples faster or slower by a constant factor, in pieces of any length: band-limited interpolation with
-// a windowed sinc. The output keeps step with the input: output sample n is input time n * factor.
+// Plays samples faster or slower by a constant factor, in pieces of any length: band-limited interpolation
+// with a windowed sinc. The output keeps step with the input: output sample n is input time n * factor.
 class Resampler {
 public:
     // factor above 1 gives fewer samples; 0.25..4.

@@ -13,7 +13,8 @@ namespace voxtrel::agent::speech {
 // Something that happens at a moment of the sound now being heard.
 struct SpeechEvent {
     enum class Kind {
-        BalloonWord, // the voice begins the next word that the balloon shows: text, as written, no blanks around it
+        BalloonWord, // the voice begins the next word that the balloon shows: text, as written, no blanks
+                     // around it
         LineBreak,   // a line break of the text was passed: the balloon starts a new line
         Bookmark,    // number
         Mouth,       // mouth
@@ -25,7 +26,8 @@ struct SpeechEvent {
     acs::Mouth mouth = acs::Mouth::Closed;
 };
 
-// Speaks one utterance at a time. Used from the user-interface thread only; synthesis and playing go on beside it.
+// Speaks one utterance at a time. Used from the user-interface thread only; synthesis and playing go on
+// beside it.
 class SpeechEngine {
 public:
     virtual ~SpeechEngine() = default;
@@ -47,8 +49,8 @@ public:
     virtual std::vector<SpeechEvent> TakeDueEvents() = 0;
 };
 
-// What the balloon shows of a markup, as one text, for a balloon that shows the whole text at once or sizes itself
-// to it. Stops after maxLength characters: no balloon shows a book.
+// What the balloon shows of a markup, as one text, for a balloon that shows the whole text at once or sizes
+// itself to it. Stops after maxLength characters: no balloon shows a book.
 std::wstring BalloonText(std::wstring_view markup, std::size_t maxLength);
 
 } // namespace voxtrel::agent::speech

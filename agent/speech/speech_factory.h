@@ -26,7 +26,8 @@ struct SpeechEngineOptions {
     };
     Output output = Output::Auto;
 
-    // Where all that is spoken is written as a WAV file, too; empty for nowhere. The file is valid at any moment.
+    // Where all that is spoken is written as a WAV file, too; empty for nowhere. The file is valid at any
+    // moment.
     std::filesystem::path record = {};
 
     // The engine mode identifier to begin with; empty or unknown for the usual voice.
@@ -38,18 +39,15 @@ struct SpeechEngineOptions {
     // Called from another thread when there are events to take, so that nobody has to poll; may be empty.
     std::function<void()> wake = {};
 
-    // Runs what it is given, which looks for sound devices; the platform can use it to keep what sound drivers
-    // write to standard error from the user. Called from another thread; may be empty.
-    std::function<void(const std::function<void()>&)> quietly = {};
-
     SpeechMessages messages = {};
 };
 
 // Never fails: without a sound device the engine is silent.
 std::unique_ptr<SpeechEngine> MakeSpeechEngine(SpeechEngineOptions options = {});
 
-// Speaks the markup into a WAV stream as fast as the machine can. progress is told from time to time how much is
-// done, 0..1, and stops the work by returning false; may be empty. A stopped stream is a valid, shorter one.
+// Speaks the markup into a WAV stream as fast as the machine can. progress is told from time to time how much
+// is done, 0..1, and stops the work by returning false; may be empty. A stopped stream is a valid, shorter
+// one.
 Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostream& out,
                    const std::function<bool(double)>& progress = {}, const SpeechMessages& messages = {});
 

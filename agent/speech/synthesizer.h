@@ -38,7 +38,8 @@ class SpeechSink {
 public:
     virtual ~SpeechSink() = default;
 
-    // Comes once, before the first samples; not at all if there is nothing to hear. False stops the synthesis.
+    // Comes once, before the first samples; not at all if there is nothing to hear. False stops the
+    // synthesis.
     virtual bool Timing(const SpeechTiming& timing) = 0;
     virtual bool Samples(std::span<const std::int16_t> samples) = 0;
 };
@@ -47,6 +48,9 @@ public:
 class Synthesizer {
 public:
     virtual ~Synthesizer() = default;
+
+    // Loads what this voice needs, so that the first Speak does not have to.
+    virtual void Prepare(const Voice& voice) = 0;
 
     // Speaks the tokens as one phrase; returns when all is made or the sink has had enough. The volume is not
     // applied.

@@ -1,12 +1,12 @@
 // Speech tags.
 //
-// A tag stands between two backslashes: \Name\, \Name=value\ or \Name="value"\. Outside of a tag two backslashes
-// are a literal one; what does not read as a tag is ordinary text, backslash included. A known tag whose value
-// means nothing is passed over in silence.
+// A tag stands between two backslashes: \Name\, \Name=value\ or \Name="value"\. Outside of a tag two
+// backslashes are a literal one; what does not read as a tag is ordinary text, backslash included. A known
+// tag whose value means nothing is passed over in silence.
 //
-// \Map="spoken"="balloon"\ has a spoken part that is read as markup again, Map itself excepted. Texts put quotes
-// and equal signs into it, so it ends only at a "=" in quotes whose next quote is directly followed by a
-// backslash (a separator, below). A spoken part can be a whole book: its separator is searched a little way
+// \Map="spoken"="balloon"\ has a spoken part that is read as markup again, Map itself excepted. Texts put
+// quotes and equal signs into it, so it ends only at a "=" in quotes whose next quote is directly followed by
+// a backslash (a separator, below). A spoken part can be a whole book: its separator is searched a little way
 // ahead, then from the end of the markup backwards just to know that there is one, and then found in passing.
 
 #include "agent/speech/tag_parser.h"
@@ -295,7 +295,8 @@ std::size_t TagParser::LastSeparator()
     for (std::size_t i = markup_.size(); i-- > 0;) {
         if (markup_[i] != L'"')
             continue;
-        const bool closed = following != kNone && following + 1 < markup_.size() && markup_[following + 1] == L'\\';
+        const bool closed =
+            following != kNone && following + 1 < markup_.size() && markup_[following + 1] == L'\\';
         if (closed && i >= 2 && markup_.substr(i - 2, 2) == L"\"=") {
             last_ = i - 2;
             break;

@@ -36,7 +36,8 @@ struct MarkupToken {
 };
 
 // Cuts speech markup into its pieces, one at each call. The whole text is never looked at in advance, so the
-// first piece of a book comes as fast as that of a sentence, and the whole takes linear time whatever the text.
+// first piece of a book comes as fast as that of a sentence, and the whole takes linear time whatever the
+// text.
 class TagParser {
 public:
     // markup must outlive the parser.

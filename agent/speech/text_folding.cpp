@@ -19,24 +19,73 @@ struct Replacement {
 
 // Letters that do not come apart into a plain letter and an accent, and signs with a plain look-alike.
 constexpr Replacement kPlain[] = {
-    {U'ß', "ss"},   {U'ẞ', "SS"},     {U'æ', "ae"},     {U'Æ', "Ae"},    {U'œ', "oe"},      {U'Œ', "Oe"},
-    {U'ø', "o"},    {U'Ø', "O"},      {U'đ', "d"},      {U'Đ', "D"},     {U'ð', "th"},      {U'Ð', "Th"},
-    {U'þ', "th"},   {U'Þ', "Th"},     {U'ł', "l"},      {U'Ł', "L"},     {U'ı', "i"},       {U'ħ', "h"},
-    {U'Ħ', "H"},    {U'ŋ', "ng"},     {U'Ŋ', "Ng"},     {U'ŧ', "t"},     {U'Ŧ', "T"},       {U'ə', "a"},
-    {U'ƒ', "f"},    {U'ĸ', "k"},      {U'\u2018', "'"}, {U'\u2019', "'"}, {U'\u201A', " "}, {U'\u201B', "'"},
-    {U'\u02BC', "'"}, {U'\u2032', "'"}, {U'\u00B4', "'"}, {U'\u2212', "-"}, {U'\u2010', "-"}, {U'\u2011', "-"},
-    {U'\u00AD', ""}, {U'\u2044', "/"}, {U'\u00BF', " "}, {U'\u00A1', " "}, {U'\u3002', ". "}, {U'\u3001', ", "},
+    {U'ß', "ss"},
+    {U'ẞ', "SS"},
+    {U'æ', "ae"},
+    {U'Æ', "Ae"},
+    {U'œ', "oe"},
+    {U'Œ', "Oe"},
+    {U'ø', "o"},
+    {U'Ø', "O"},
+    {U'đ', "d"},
+    {U'Đ', "D"},
+    {U'ð', "th"},
+    {U'Ð', "Th"},
+    {U'þ', "th"},
+    {U'Þ', "Th"},
+    {U'ł', "l"},
+    {U'Ł', "L"},
+    {U'ı', "i"},
+    {U'ħ', "h"},
+    {U'Ħ', "H"},
+    {U'ŋ', "ng"},
+    {U'Ŋ', "Ng"},
+    {U'ŧ', "t"},
+    {U'Ŧ', "T"},
+    {U'ə', "a"},
+    {U'ƒ', "f"},
+    {U'ĸ', "k"},
+    {U'\u2018', "'"},
+    {U'\u2019', "'"},
+    {U'\u201A', " "},
+    {U'\u201B', "'"},
+    {U'\u02BC', "'"},
+    {U'\u2032', "'"},
+    {U'\u00B4', "'"},
+    {U'\u2212', "-"},
+    {U'\u2010', "-"},
+    {U'\u2011', "-"},
+    {U'\u00AD', ""},
+    {U'\u2044', "/"},
+    {U'\u00BF', " "},
+    {U'\u00A1', " "},
+    {U'\u3002', ". "},
+    {U'\u3001', ", "},
     {U'\u2116', " number "},
 };
 
 constexpr Replacement kSymbols[] = {
-    {U'©', "copyright"},      {U'®', "registered"},  {U'™', "trademark"},
-    {U'§', "section"},        {U'¶', "paragraph"},   {U'±', "plus or minus"},
-    {U'×', "times"},          {U'÷', "divided by"},  {U'≤', "less than or equal to"},
-    {U'≠', "not equal to"},   {U'≈', "approximately"}, {U'≥', "greater than or equal to"},
-    {U'∞', "infinity"},       {U'√', "square root of"}, {U'‰', "per thousand"},
-    {U'℃', "degrees Celsius"}, {U'℉', "degrees Fahrenheit"}, {U'µ', "micro"},
-    {U'Ω', "ohm"},            {U'†', ""},            {U'‡', ""},
+    {U'©', "copyright"},
+    {U'®', "registered"},
+    {U'™', "trademark"},
+    {U'§', "section"},
+    {U'¶', "paragraph"},
+    {U'±', "plus or minus"},
+    {U'×', "times"},
+    {U'÷', "divided by"},
+    {U'≤', "less than or equal to"},
+    {U'≠', "not equal to"},
+    {U'≈', "approximately"},
+    {U'≥', "greater than or equal to"},
+    {U'∞', "infinity"},
+    {U'√', "square root of"},
+    {U'‰', "per thousand"},
+    {U'℃', "degrees Celsius"},
+    {U'℉', "degrees Fahrenheit"},
+    {U'µ', "micro"},
+    {U'Ω', "ohm"},
+    {U'†', ""},
+    {U'‡', ""},
 };
 
 struct Currency {
@@ -45,21 +94,22 @@ struct Currency {
 };
 
 constexpr Currency kCurrencies[] = {
-    {U'€', "euro", "euros"}, {U'£', "pound", "pounds"}, {U'¥', "yen", "yen"},   {U'₹', "rupee", "rupees"},
-    {U'¢', "cent", "cents"}, {U'₽', "ruble", "rubles"}, {U'₩', "won", "won"},   {U'₪', "shekel", "shekels"},
-    {U'₿', "bitcoin", "bitcoins"},
+    {U'€', "euro", "euros"},   {U'£', "pound", "pounds"},   {U'¥', "yen", "yen"},
+    {U'₹', "rupee", "rupees"}, {U'¢', "cent", "cents"},     {U'₽', "ruble", "rubles"},
+    {U'₩', "won", "won"},      {U'₪', "shekel", "shekels"}, {U'₿', "bitcoin", "bitcoins"},
 };
 
 // From alpha on, final sigma included.
 constexpr std::string_view kGreekLetters[] = {
-    "alpha", "beta",    "gamma", "delta", "epsilon", "zeta",  "eta",     "theta", "iota",
-    "kappa", "lambda",  "mu",    "nu",    "xi",      "omicron", "pi",    "rho",   "sigma",
-    "sigma", "tau",     "upsilon", "phi", "chi",     "psi",   "omega",
+    "alpha", "beta",   "gamma",   "delta", "epsilon", "zeta",    "eta",   "theta", "iota",
+    "kappa", "lambda", "mu",      "nu",    "xi",      "omicron", "pi",    "rho",   "sigma",
+    "sigma", "tau",    "upsilon", "phi",   "chi",     "psi",     "omega",
 };
 
 template <typename Table> const auto* FindIn(const Table& table, char32_t c)
 {
-    const auto* found = std::find_if(std::begin(table), std::end(table), [c](const auto& row) { return row.c == c; });
+    const auto* found =
+        std::find_if(std::begin(table), std::end(table), [c](const auto& row) { return row.c == c; });
     return found == std::end(table) ? nullptr : found;
 }
 
@@ -84,7 +134,10 @@ public:
     }
 
 private:
-    char32_t Following(std::size_t steps = 1) const { return at_ + steps < text_.size() ? text_[at_ + steps] : 0; }
+    char32_t Following(std::size_t steps = 1) const
+    {
+        return at_ + steps < text_.size() ? text_[at_ + steps] : 0;
+    }
     char32_t Preceding() const { return at_ > 0 ? text_[at_ - 1] : 0; }
     bool Between(bool (*what)(char32_t)) const { return what(Preceding()) && what(Following()); }
 
@@ -200,7 +253,8 @@ private:
     {
         if (c < 0x80) {
             // A sign inside of a compatibility character, such as the brackets of a number in parentheses.
-            out_ += IsAlnum(c) || c == U'.' || c == U'/' || c == U'!' || c == U'?' ? static_cast<char>(c) : ' ';
+            out_ +=
+                IsAlnum(c) || c == U'.' || c == U'/' || c == U'!' || c == U'?' ? static_cast<char>(c) : ' ';
             return;
         }
         if (const auto* plain = FindIn(kPlain, c)) {
@@ -243,7 +297,8 @@ private:
             FoldAsciiSymbol(c, repeated);
     }
 
-    // Rows of the same sign are drawings, not words. Moves to the last of the row and tells how many there are.
+    // Rows of the same sign are drawings, not words. Moves to the last of the row and tells how many there
+    // are.
     std::size_t SkipRepetition(char32_t c)
     {
         const std::size_t first = at_;
@@ -259,21 +314,50 @@ private:
         const bool digits = IsAsciiDigit(before) && IsAsciiDigit(after);
         const bool touches = IsAlnum(before) || IsAlnum(after);
         switch (c) {
-        case '$': IsAsciiDigit(after) ? Keep(c) : Word("dollar"); break;
-        case '%': Word("percent"); break;
-        case '&': Word("and"); break;
-        case '@': Word("at"); break;
-        case '#': Word(IsAsciiDigit(after) ? "number" : "hash"); break;
-        case '=': Word("equals"); break;
-        case '+': Word(repeated == 2 ? "plus plus" : "plus"); break;
-        case '/': digits && repeated == 1 ? Keep(c) : WordIf(touches && repeated == 1, "slash"); break;
-        case '\\': WordIf(touches, "backslash"); break;
-        case '<': WordIf(after == 0 || IsAsciiDigit(after), "less than"); break;
-        case '>': WordIf(IsAlnum(before) && (after == 0 || IsAsciiDigit(after)), "greater than"); break;
-        case '*': WordIf(digits, "times"); break;
-        case '_': WordIf(touches && context_ == ReadingContext::EMail, "underscore"); break;
-        case '~': WordIf(IsAsciiDigit(after), "about"); break;
-        default: out_ += ' ';
+        case '$':
+            IsAsciiDigit(after) ? Keep(c) : Word("dollar");
+            break;
+        case '%':
+            Word("percent");
+            break;
+        case '&':
+            Word("and");
+            break;
+        case '@':
+            Word("at");
+            break;
+        case '#':
+            Word(IsAsciiDigit(after) ? "number" : "hash");
+            break;
+        case '=':
+            Word("equals");
+            break;
+        case '+':
+            Word(repeated == 2 ? "plus plus" : "plus");
+            break;
+        case '/':
+            digits&& repeated == 1 ? Keep(c) : WordIf(touches && repeated == 1, "slash");
+            break;
+        case '\\':
+            WordIf(touches, "backslash");
+            break;
+        case '<':
+            WordIf(after == 0 || IsAsciiDigit(after), "less than");
+            break;
+        case '>':
+            WordIf(IsAlnum(before) && (after == 0 || IsAsciiDigit(after)), "greater than");
+            break;
+        case '*':
+            WordIf(digits, "times");
+            break;
+        case '_':
+            WordIf(touches && context_ == ReadingContext::EMail, "underscore");
+            break;
+        case '~':
+            WordIf(IsAsciiDigit(after), "about");
+            break;
+        default:
+            out_ += ' ';
         }
     }
 
@@ -289,6 +373,9 @@ private:
 
 } // namespace
 
-std::string FoldToAscii(std::wstring_view text, ReadingContext context) { return Folder(text, context).Fold(); }
+std::string FoldToAscii(std::wstring_view text, ReadingContext context)
+{
+    return Folder(text, context).Fold();
+}
 
 } // namespace voxtrel::agent::speech

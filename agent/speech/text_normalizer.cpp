@@ -1,9 +1,9 @@
 // From a run of text to words that an English synthesizer can take.
 //
 // The run is first folded to plain ASCII (text_folding.h), then read from left to right: figures in the forms
-// that the synthesizer reads as a whole, words, dotted abbreviations. What stands between is punctuation, which
-// stays with the token before it, or is left out. Two things the synthesizer must never meet are taken care of
-// here: tokens without a sound, and tokens of unbounded length.
+// that the synthesizer reads as a whole, words, dotted abbreviations. What stands between is punctuation,
+// which stays with the token before it, or is left out. Two things the synthesizer must never meet are taken
+// care of here: tokens without a sound, and tokens of unbounded length.
 
 #include "agent/speech/text_normalizer.h"
 
@@ -30,32 +30,36 @@ struct Respelling {
 // Written forms that the synthesizer does not know or takes for something else: some of them for the names of
 // states, which it finds everywhere.
 constexpr Respelling kRespellings[] = {
-    {"I", "i"},      {"OK", "okay"},  {"Ok", "okay"},     {"ok", "okay"},   {"Ms", "miz"},      {"Prof", "professor"},
-    {"Jr", "junior"}, {"Sr", "senior"}, {"etc", "etcetera"}, {"vs", "versus"}, {"Hi", "hi"},      {"HI", "high"},
-    {"Me", "me"},    {"ME", "me"},    {"Oh", "oh"},       {"OH", "oh"},     {"Ma", "ma"},       {"MA", "ma"},
-    {"Pa", "pa"},    {"PA", "pa"},    {"OR", "or"},       {"Or", "or"},     {"Miss", "miss"},   {"Mass", "mass"},
-    {"Wash", "wash"}, {"Al", "al"},   {"US", "u.s"},      {"e.g", "for example"}, {"i.e", "that is"},
+    {"I", "i"},          {"OK", "okay"},        {"Ok", "okay"},   {"ok", "okay"},
+    {"Ms", "miz"},       {"Prof", "professor"}, {"Jr", "junior"}, {"Sr", "senior"},
+    {"etc", "etcetera"}, {"vs", "versus"},      {"Hi", "hi"},     {"HI", "high"},
+    {"Me", "me"},        {"ME", "me"},          {"Oh", "oh"},     {"OH", "oh"},
+    {"Ma", "ma"},        {"MA", "ma"},          {"Pa", "pa"},     {"PA", "pa"},
+    {"OR", "or"},        {"Or", "or"},          {"Miss", "miss"}, {"Mass", "mass"},
+    {"Wash", "wash"},    {"Al", "al"},          {"US", "u.s"},    {"e.g", "for example"},
+    {"i.e", "that is"},
 };
 
 constexpr Respelling kAddressWords[] = {
-    {"N", "north"},      {"S", "south"},   {"E", "east"},   {"W", "west"},      {"Ave", "avenue"},
-    {"Blvd", "boulevard"}, {"Rd", "road"}, {"Ln", "lane"},  {"Ct", "court"},    {"Pl", "place"},
-    {"Apt", "apartment"}, {"Ste", "suite"}, {"Hwy", "highway"}, {"Pkwy", "parkway"}, {"Sq", "square"},
+    {"N", "north"},        {"S", "south"},   {"E", "east"},      {"W", "west"},       {"Ave", "avenue"},
+    {"Blvd", "boulevard"}, {"Rd", "road"},   {"Ln", "lane"},     {"Ct", "court"},     {"Pl", "place"},
+    {"Apt", "apartment"},  {"Ste", "suite"}, {"Hwy", "highway"}, {"Pkwy", "parkway"}, {"Sq", "square"},
 };
 
 constexpr std::string_view kSmallNumbers[] = {
-    "zero",    "one",     "two",       "three",    "four",     "five",    "six",
-    "seven",   "eight",   "nine",      "ten",      "eleven",   "twelve",  "thirteen",
-    "fourteen", "fifteen", "sixteen",  "seventeen", "eighteen", "nineteen",
+    "zero",     "one",     "two",     "three",     "four",     "five",     "six",
+    "seven",    "eight",   "nine",    "ten",       "eleven",   "twelve",   "thirteen",
+    "fourteen", "fifteen", "sixteen", "seventeen", "eighteen", "nineteen",
 };
 constexpr std::string_view kTens[] = {"",      "",      "twenty",  "thirty", "forty",
                                       "fifty", "sixty", "seventy", "eighty", "ninety"};
 
 // After these a full stop is no end of a sentence.
 constexpr std::string_view kAbbreviations[] = {
-    "mr", "mrs", "ms", "dr", "st", "prof", "jr", "sr", "vs", "e.g", "i.e", "rev", "gen", "col", "capt", "lt",
-    "sgt", "hon", "approx", "fig", "cf", "al", "inc", "ltd", "messrs", "mt", "dept", "est", "jan", "feb", "mar",
-    "apr", "jun", "jul", "aug", "sep", "sept", "oct", "nov", "dec", "ave", "blvd", "rd",
+    "mr",  "mrs", "ms",     "dr",   "st",   "prof", "jr",  "sr",     "vs",   "e.g", "i.e",
+    "rev", "gen", "col",    "capt", "lt",   "sgt",  "hon", "approx", "fig",  "cf",  "al",
+    "inc", "ltd", "messrs", "mt",   "dept", "est",  "jan", "feb",    "mar",  "apr", "jun",
+    "jul", "aug", "sep",    "sept", "oct",  "nov",  "dec", "ave",    "blvd", "rd",
 };
 
 bool IsDigit(char c) { return IsAsciiDigit(static_cast<unsigned char>(c)); }
@@ -72,8 +76,8 @@ std::string Lower(std::string_view text)
 
 template <typename Table> std::string_view FindRespelling(const Table& table, std::string_view word)
 {
-    const auto* found =
-        std::find_if(std::begin(table), std::end(table), [word](const auto& row) { return row.written == word; });
+    const auto* found = std::find_if(std::begin(table), std::end(table),
+                                     [word](const auto& row) { return row.written == word; });
     return found == std::end(table) ? std::string_view{} : found->said;
 }
 
@@ -82,11 +86,15 @@ Break BreakAfter(char punctuation)
     switch (punctuation) {
     case '.':
     case '?':
-    case '!': return Break::Sentence;
+    case '!':
+        return Break::Sentence;
     case ';':
-    case ':': return Break::Semicolon;
-    case ',': return Break::Comma;
-    default: return Break::None;
+    case ':':
+        return Break::Semicolon;
+    case ',':
+        return Break::Comma;
+    default:
+        return Break::None;
     }
 }
 
@@ -144,6 +152,9 @@ private:
     void ReadFigure();
     void ReadTime();
     void AddNumber(int number); // 0..99
+    void AddYear(int year);     // 1000..9999
+    bool IsDate(char link, std::size_t end) const;
+    void ReadDate(std::size_t end);
     bool ReadChain(char link, std::size_t from);
     void ReadWord();
     void ReadWordAndFigures(std::size_t end);
@@ -219,6 +230,10 @@ bool RunReader::ReadChain(char link, std::size_t from)
     const bool decimal = link == '.' && links < 2;
     if (links == 0 || decimal || text_[at_] == '$' || end - at_ > kLongestMixedWord)
         return false;
+    if (links == 2 && IsDate(link, end)) {
+        ReadDate(end);
+        return true;
+    }
     if (link == '-' || (link == '/' && links == 1)) {
         Add(Take(end));
         return true;
@@ -234,14 +249,57 @@ bool RunReader::ReadChain(char link, std::size_t from)
     return true;
 }
 
+// Three figures of which one at the edge is a year; with slashes the year may be short.
+bool RunReader::IsDate(char link, std::size_t end) const
+{
+    const std::size_t first = SpanFrom(at_, IsDigit) - at_;
+    const std::size_t last = end - (text_.rfind(link, end - 1) + 1);
+    const std::size_t middle = end - at_ - first - last - 2;
+    const bool yearFirst = first == 4 && last <= 2, yearLast = last == 4 && first <= 2;
+    const bool shortYear = link == '/' && first <= 2 && last == 2;
+    return middle <= 2 && (yearFirst || yearLast || shortYear);
+}
+
+void RunReader::ReadDate(std::size_t end)
+{
+    while (at_ < end) {
+        const std::string figure = Take(SpanFrom(at_, IsDigit));
+        if (figure.size() <= 2)
+            AddNumber(std::stoi(figure));
+        else if (figure.front() != '0')
+            AddYear(std::stoi(figure));
+        else
+            Add(figure);
+        at_ = std::min(at_ + 1, end);
+    }
+}
+
+// 1998: nineteen ninety eight; 2005: two thousand five; 1800: eighteen hundred.
+void RunReader::AddYear(int year)
+{
+    const int century = year / 100, rest = year % 100;
+    if (century % 10 == 0 && rest < 10) {
+        AddNumber(year / 1000);
+        Add("thousand");
+    } else {
+        AddNumber(century);
+    }
+    if (rest == 0 && century % 10 != 0)
+        Add("hundred");
+    if (rest > 0 && rest < 10 && century % 10 != 0)
+        Add("oh");
+    if (rest > 0)
+        AddNumber(rest);
+}
+
 void RunReader::ReadWord()
 {
     std::size_t end = SpanFrom(at_, IsLetter);
-    const bool dotted = end == at_ + 1 && end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) &&
-                        !(end + 2 < text_.size() && IsLetter(text_[end + 2]));
+    const bool dotted = end == at_ + 1 && end + 1 < text_.size() && text_[end] == '.' &&
+                        IsLetter(text_[end + 1]) && !(end + 2 < text_.size() && IsLetter(text_[end + 2]));
     if (dotted) { // U.S.A
-        while (end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) && end - at_ < kLongestWord &&
-               !(end + 2 < text_.size() && IsLetter(text_[end + 2])))
+        while (end + 1 < text_.size() && text_[end] == '.' && IsLetter(text_[end + 1]) &&
+               end - at_ < kLongestWord && !(end + 2 < text_.size() && IsLetter(text_[end + 2])))
             end += 2;
     }
     while (end + 1 < text_.size() && text_[end] == '\'' && IsLetter(text_[end + 1]))

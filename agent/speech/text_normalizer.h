@@ -13,8 +13,8 @@ enum class Break { None, Comma, Semicolon, Sentence, Paragraph };
 
 // A word in the plain characters that an English synthesizer takes.
 struct SpokenToken {
-    std::string name;      // letters, digits and apostrophes, or a figure such as 3.14, $5 or 10:30
-    char punctuation = 0;  // one of , . ? ! : ; that follows, or 0
+    std::string name;     // letters, digits and apostrophes, or a figure such as 3.14, $5 or 10:30
+    char punctuation = 0; // one of , . ? ! : ; that follows, or 0
     bool emphasized = false;
 
     friend bool operator==(const SpokenToken&, const SpokenToken&) = default;

@@ -1,9 +1,9 @@
 // From clauses to the samples and events of an utterance.
 //
-// The synthesizer's own silence around a clause is cut off by ear, not by its clock: what comes before the first
-// sample and after the last one that can be heard goes. So natural pauses have the lengths given here, and a
-// silence that the text asks for is exact. Quiet samples inside a clause are held back until a loud one follows.
-// Events wait beside the samples they belong to and are given just before them.
+// The synthesizer's own silence around a clause is cut off by ear, not by its clock: what comes before the
+// first sample and after the last one that can be heard goes. So natural pauses have the lengths given here,
+// and a silence that the text asks for is exact. Quiet samples inside a clause are held back until a loud one
+// follows. Events wait beside the samples they belong to and are given just before them.
 
 #include "agent/speech/utterance_renderer.h"
 
@@ -19,6 +19,8 @@ namespace {
 using Kind = SpeechEvent::Kind;
 
 constexpr std::int64_t kLead = SamplesOf(10);
+constexpr std::int64_t kInnerLead =
+    SamplesOf(40); // part of a natural pause: soft consonants keep their approach
 constexpr std::int64_t kExactLead = SamplesOf(1); // next to a silence that is to be exact
 constexpr std::int64_t kTail = SamplesOf(6);
 constexpr std::int64_t kExactTail = SamplesOf(1);
@@ -33,11 +35,16 @@ constexpr double kLimit = 32767;
 double PauseMs(Break before)
 {
     switch (before) {
-    case Break::None: return 30;
-    case Break::Comma: return 160;
-    case Break::Semicolon: return 240;
-    case Break::Sentence: return 380;
-    case Break::Paragraph: return 600;
+    case Break::None:
+        return 30;
+    case Break::Comma:
+        return 160;
+    case Break::Semicolon:
+        return 240;
+    case Break::Sentence:
+        return 380;
+    case Break::Paragraph:
+        return 600;
     }
     return 0;
 }
@@ -55,7 +62,8 @@ std::int16_t Limit(double sample)
 
 UtteranceRenderer::UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                                      UtteranceSink& sink, ClauseCutter::Bookmarks bookmarks)
-    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink), audible_(AudibleLevel(voice))
+    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink),
+      audible_(AudibleLevel(voice))
 {
 }
 
@@ -65,7 +73,7 @@ bool UtteranceRenderer::RenderClause()
     timed_ = false;
     if (!clause_.tokens.empty()) {
         if (!paused_)
-            AddSilence(SamplesOf(PauseMs(clause_.before) / clause_.prosody.SpeedFactor()));
+            AddSilence(SamplesOf(PauseMs(clause_.before) / clause_.prosody.SpeedFactor()) - kInnerLead);
         gain_ = voice_.gain * clause_.prosody.Gain();
         begun_ = false;
         synthesizer_.Speak(clause_.tokens, voice_, clause_.prosody, *this);
@@ -112,10 +120,11 @@ void UtteranceRenderer::FindOnset()
     const std::int64_t from = std::clamp<std::int64_t>(timing_.speechStart - kLatestOnset, 0, size);
     const std::int64_t to = std::min<std::int64_t>(size, latest);
     const auto loud = [this](std::int16_t sample) { return Audible(sample); };
-    const auto onset = std::find_if(held_.begin() + from, held_.begin() + std::max(from, to), loud) - held_.begin();
+    const auto onset =
+        std::find_if(held_.begin() + from, held_.begin() + std::max(from, to), loud) - held_.begin();
     if (onset >= to && size < latest)
         return;
-    const std::int64_t lead = paused_ && spoken_ ? kExactLead : kLead;
+    const std::int64_t lead = !spoken_ ? kLead : paused_ ? kExactLead : kInnerLead;
     const std::int64_t cut = std::clamp<std::int64_t>(onset - lead, 0, size);
     offset_ = made_ - cut;
     paused_ = false;
@@ -124,8 +133,8 @@ void UtteranceRenderer::FindOnset()
     PlanEvents();
     std::vector<std::int16_t> rest(held_.begin() + cut, held_.end());
     for (std::int64_t i = 0; i < onset - cut; ++i)
-        rest[static_cast<std::size_t>(i)] =
-            static_cast<std::int16_t>(rest[static_cast<std::size_t>(i)] * static_cast<double>(i) / static_cast<double>(lead));
+        rest[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(
+            rest[static_cast<std::size_t>(i)] * static_cast<double>(i) / static_cast<double>(lead));
     held_.clear();
     Hold(rest);
 }
@@ -138,9 +147,15 @@ void UtteranceRenderer::PlanEvents()
             break;
         const std::int64_t at = offset_ + timing_.tokenStarts[cue.token];
         switch (cue.kind) {
-        case Cue::Kind::Mark: events_.push_back({at, {.kind = Kind::Bookmark, .number = cue.number}}); break;
-        case Cue::Kind::BalloonWord: events_.push_back({at, {.kind = Kind::BalloonWord, .text = cue.text}}); break;
-        case Cue::Kind::LineBreak: events_.push_back({at, {.kind = Kind::LineBreak}}); break;
+        case Cue::Kind::Mark:
+            events_.push_back({at, {.kind = Kind::Bookmark, .number = cue.number}});
+            break;
+        case Cue::Kind::BalloonWord:
+            events_.push_back({at, {.kind = Kind::BalloonWord, .text = cue.text}});
+            break;
+        case Cue::Kind::LineBreak:
+            events_.push_back({at, {.kind = Kind::LineBreak}});
+            break;
         }
     }
     PlanMouths();
@@ -169,7 +184,8 @@ void UtteranceRenderer::PlanMouths()
 void UtteranceRenderer::Hold(std::span<const std::int16_t> samples)
 {
     held_.insert(held_.end(), samples.begin(), samples.end());
-    const auto loud = std::find_if(held_.rbegin(), held_.rend(), [this](std::int16_t sample) { return Audible(sample); });
+    const auto loud =
+        std::find_if(held_.rbegin(), held_.rend(), [this](std::int16_t sample) { return Audible(sample); });
     Release(static_cast<std::size_t>(held_.rend() - loud));
 }
 
@@ -208,9 +224,11 @@ void UtteranceRenderer::EndSound()
         PlanEvents();
     }
     const std::int64_t wanted = clause_.pauseMs > 0 ? kExactTail : kTail;
-    const auto tail = static_cast<std::size_t>(std::min<std::int64_t>(std::ssize(held_), begun_ ? wanted : 0));
+    const auto tail =
+        static_cast<std::size_t>(std::min<std::int64_t>(std::ssize(held_), begun_ ? wanted : 0));
     for (std::size_t i = 0; i < tail; ++i)
-        held_[i] = static_cast<std::int16_t>(held_[i] * static_cast<double>(tail - i) / static_cast<double>(tail));
+        held_[i] =
+            static_cast<std::int16_t>(held_[i] * static_cast<double>(tail - i) / static_cast<double>(tail));
     Release(tail);
     held_.clear();
     while (!events_.empty()) // what was to come in the silence that is gone
@@ -236,7 +254,8 @@ void UtteranceRenderer::AddSilence(std::int64_t samples)
 
 void UtteranceRenderer::Amplify(std::span<std::int16_t> samples, std::int64_t first)
 {
-    for (std::size_t token = 0; token < clause_.tokens.size() && token < timing_.tokenStarts.size(); ++token) {
+    for (std::size_t token = 0; token < clause_.tokens.size() && token < timing_.tokenStarts.size();
+         ++token) {
         if (!clause_.tokens[token].emphasized)
             continue;
         const std::int64_t begin = offset_ + timing_.tokenStarts[token] - first;
@@ -245,8 +264,10 @@ void UtteranceRenderer::Amplify(std::span<std::int16_t> samples, std::int64_t fi
                                      : offset_ + timing_.speechEnd - first;
         const auto ramp = static_cast<double>(SamplesOf(20));
         for (std::int64_t i = std::max<std::int64_t>(begin, 0); i < std::min(end, std::ssize(samples)); ++i) {
-            const double in = std::min({1.0, static_cast<double>(i - begin) / ramp, static_cast<double>(end - i) / ramp});
-            samples[static_cast<std::size_t>(i)] = Limit(samples[static_cast<std::size_t>(i)] * (1 + (kEmphasisGain - 1) * in));
+            const double in =
+                std::min({1.0, static_cast<double>(i - begin) / ramp, static_cast<double>(end - i) / ramp});
+            samples[static_cast<std::size_t>(i)] =
+                Limit(samples[static_cast<std::size_t>(i)] * (1 + (kEmphasisGain - 1) * in));
         }
     }
     for (std::int16_t& sample : samples)
@@ -258,9 +279,12 @@ void UtteranceRenderer::Give(const Cue& cue)
     if (stopped_)
         return;
     switch (cue.kind) {
-    case Cue::Kind::Mark: return sink_.Event(made_, {.kind = Kind::Bookmark, .number = cue.number});
-    case Cue::Kind::BalloonWord: return sink_.Event(made_, {.kind = Kind::BalloonWord, .text = cue.text});
-    case Cue::Kind::LineBreak: return sink_.Event(made_, {.kind = Kind::LineBreak});
+    case Cue::Kind::Mark:
+        return sink_.Event(made_, {.kind = Kind::Bookmark, .number = cue.number});
+    case Cue::Kind::BalloonWord:
+        return sink_.Event(made_, {.kind = Kind::BalloonWord, .text = cue.text});
+    case Cue::Kind::LineBreak:
+        return sink_.Event(made_, {.kind = Kind::LineBreak});
     }
 }
 

@@ -13,7 +13,8 @@
 
 namespace voxtrel::agent::speech {
 
-// Takes an utterance as it is made: its samples, and its events in order, each before the sample it belongs to.
+// Takes an utterance as it is made: its samples, and its events in order, each before the sample it belongs
+// to.
 class UtteranceSink {
 public:
     virtual ~UtteranceSink() = default;
@@ -29,10 +30,12 @@ public:
 class UtteranceRenderer : private SpeechSink {
 public:
     // All arguments must outlive the renderer.
-    UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer, UtteranceSink& sink,
+    UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
+                      UtteranceSink& sink,
                       ClauseCutter::Bookmarks bookmarks = ClauseCutter::Bookmarks::Report);
 
-    // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped it.
+    // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped
+    // it.
     bool RenderClause();
 
     // How far the markup has been read, in characters.

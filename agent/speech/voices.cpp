@@ -9,8 +9,8 @@ namespace voxtrel::agent::speech {
 
 namespace {
 
-// The base voices with their own pitch first; the others differ in pitch, pace and build. The gains bring all to
-// the same loudness.
+// The base voices with their own pitch first; the others differ in pitch, pace and build. The gains bring all
+// to the same loudness.
 constexpr std::array kVoices{
     Voice{.modeId = L"{CA141FD0-AC7F-11D1-97A3-006008273000}",
           .name = L"Adult Male 1, US English",
@@ -43,10 +43,10 @@ constexpr std::array kVoices{
           .name = L"Adult Male 4, US English",
           .female = false,
           .base = VoiceBase::Rms,
-          .pitchHz = 80,
+          .pitchHz = 78,
           .pitchSpreadHz = 22,
-          .stretch = 1.08,
-          .tract = 0.91,
+          .stretch = 1.06,
+          .tract = 0.95,
           .gain = 1.62},
     Voice{.modeId = L"{CA141FD0-AC7F-11D1-97A3-006008273004}",
           .name = L"Adult Male 5, US English",
@@ -64,7 +64,7 @@ constexpr std::array kVoices{
           .pitchHz = 104,
           .pitchSpreadHz = 18,
           .stretch = 1.05,
-          .tract = 0.89,
+          .tract = 0.93,
           .gain = 1.35},
     Voice{.modeId = L"{CA141FD0-AC7F-11D1-97A3-006008273006}",
           .name = L"Adult Female 1, US English",
@@ -79,10 +79,10 @@ constexpr std::array kVoices{
           .name = L"Adult Female 2, US English",
           .female = true,
           .base = VoiceBase::Slt,
-          .pitchHz = 218,
+          .pitchHz = 214,
           .pitchSpreadHz = 38,
-          .stretch = 0.94,
-          .tract = 1.1,
+          .stretch = 0.97,
+          .tract = 1.02,
           .gain = 0.72},
     Voice{.modeId = L"{CA141FD0-AC7F-11D1-97A3-006008273008}",
           .name = L"Adult Female 3, US English",
@@ -111,10 +111,14 @@ std::span<const Voice> AllVoices() { return kVoices; }
 int AudibleLevel(const Voice& voice)
 {
     switch (voice.base) {
-    case VoiceBase::Kal: return 60;
-    case VoiceBase::Awb: return 102; // the recordings hiss
-    case VoiceBase::Rms: return 54;
-    case VoiceBase::Slt: break;
+    case VoiceBase::Kal:
+        return 60;
+    case VoiceBase::Awb:
+        return 102; // the recordings hiss
+    case VoiceBase::Rms:
+        return 54;
+    case VoiceBase::Slt:
+        break;
     }
     return 72;
 }

@@ -37,13 +37,12 @@ Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostr
     WavSink sink(out);
     UtteranceRenderer renderer(markup, *voice, synthesizer, sink);
     const auto size = static_cast<double>(markup.size());
-    while (renderer.RenderClause()) {
-        if (progress && !progress(static_cast<double>(renderer.Position()) / size))
-            break;
-    }
+    bool wanted = true;
+    while (wanted && renderer.RenderClause())
+        wanted = !progress || progress(static_cast<double>(renderer.Position()) / size);
     if (!sink.Finish())
         return Result::Failure(ErrorCode::AudioNotAccessible, messages.soundNotWritten);
-    if (progress)
+    if (progress && wanted)
         static_cast<void>(progress(1));
     return Result::Success();
 }

@@ -33,7 +33,8 @@ WavWriter::WavWriter(std::ostream& out) : out_(out), start_(out.tellp())
 bool WavWriter::Write(std::span<const std::int16_t> samples)
 {
     static_assert(std::endian::native == std::endian::little, "samples go out as they lie in memory");
-    out_.write(reinterpret_cast<const char*>(samples.data()), static_cast<std::streamsize>(samples.size_bytes()));
+    out_.write(reinterpret_cast<const char*>(samples.data()),
+               static_cast<std::streamsize>(samples.size_bytes()));
     bytes_ += samples.size_bytes();
     return out_.good();
 }
@@ -44,7 +45,8 @@ bool WavWriter::UpdateHeader()
         return out_.flush().good();
     const auto end = out_.tellp();
     out_.seekp(start_);
-    WriteHeader(static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes_, kUnknownLength - kHeaderBytesAfterSize)));
+    WriteHeader(
+        static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes_, kUnknownLength - kHeaderBytesAfterSize)));
     out_.seekp(end);
     return out_.flush().good();
 }

@@ -6,8 +6,9 @@
 
 namespace voxtrel::agent::speech {
 
-// Writes samples as a WAV stream: 16 bits, one channel, kSampleRate. Where the stream can be written again the
-// header tells the true length after each UpdateHeader; elsewhere (a pipe) it says that the length is not known.
+// Writes samples as a WAV stream: 16 bits, one channel, kSampleRate. Where the stream can be written again
+// the header tells the true length after each UpdateHeader; elsewhere (a pipe) it says that the length is not
+// known.
 class WavWriter {
 public:
     // Writes the header at once. out must outlive the writer.

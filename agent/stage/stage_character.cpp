@@ -106,6 +106,15 @@ Result StageCharacter::Speak(std::wstring markup)
 Result StageCharacter::StopAll()
 {
     const Time now = stage_.view.Now();
+    // A Show at the head of an idle queue only waits for the tick: it counts as begun, so that a character that was
+    // told to appear is not lost to the first text that is read.
+    if (!active_ && !queue_.empty() && queue_.front().kind == Request::Kind::Show) {
+        active_ = std::move(queue_.front());
+        queue_.pop_front();
+        Begin(now);
+        if (active_)
+            Perform(now);
+    }
     std::deque<Request> removed;
     removed.swap(queue_);
     if (active_)
@@ -232,7 +241,8 @@ void StageCharacter::StopActive(Time now)
         Result::Failure(ErrorCode::InterruptedByApplication, L"The request was stopped by the program.");
     switch (active_->kind) {
     case Request::Kind::Show:
-        animator_.ShowFinalPose(*active_->animation);
+        if (active_->animation)
+            animator_.ShowFinalPose(*active_->animation);
         break;
     case Request::Kind::Hide:
         Disappear();

@@ -216,6 +216,9 @@ class HotKey1(SelectionScenario):
         program = self.start_and_wait()
         _, window = self.first_editor().open(self, self.write_file(""))
         self.hold("Control_L", "F3")
+        # The request takes the clipboard from its owner, and gives the text back when it has found nothing.
+        wait_for(lambda: self.owners[-1].poll() is not None, "the request to begin")
+        wait_for(lambda: self.clipboard() == "mine", "the clipboard as it was")
         self.release("Control_L", "F3")
         self.copy("spoken instead")
         self.bring_to_front(window)

@@ -37,7 +37,8 @@ void Operate(textreader::TextReader& reader, tests::MemoryTextBox& box, std::uin
                                           &textreader::TextReader::ResetToBlack,
                                           &textreader::TextReader::SpeakSelection};
     if (operation < std::size(kSelects)) {
-        (reader.*kSelects[operation])();
+        const Select select = kSelects[operation];
+        (reader.*select)();
         return;
     }
     const auto place = static_cast<std::int32_t>(box.Text().size() * (operation % 16) / 15);

@@ -14,7 +14,8 @@ namespace {
 
 using namespace voxtrel::agent::speech;
 
-// Three quarters of the code units are bytes, so that the fuzzer finds the tags; the byte 0xFF takes two more.
+// Three quarters of the code units are bytes, so that the fuzzer finds the tags; the byte 0xFF takes two
+// more.
 std::wstring MarkupFrom(const std::uint8_t* data, std::size_t size)
 {
     std::wstring markup;

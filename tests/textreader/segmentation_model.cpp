@@ -247,8 +247,11 @@ std::wstring ModelBody(const std::wstring& text, std::int32_t start, std::int32_
     std::wstring body;
     int i = 1;
     if (fromZero && length > 0 && !text.empty()) {
-        word = text.substr(0, 1);
-        count = 1;
+        // Where a character is two elements of the text, both begin the word.
+        const bool pair = text.size() > 1 && text[0] >= 0xD800 && text[0] < 0xDC00;
+        count = pair ? 2 : 1;
+        word = text.substr(0, static_cast<std::size_t>(count));
+        i = count;
         start = 1;
     }
     const auto end = [&] {

@@ -124,14 +124,18 @@ TEST(SegmentationModelTest, MarkupIsThatOfTheRules)
         const auto start = static_cast<std::int32_t>(texts.Below(text.size() + 1));
         const auto length = static_cast<std::int32_t>(texts.Below(text.size() + 3));
         SCOPED_TRACE(testing::Message() << Narrow(text) << " " << start << " " << length);
+        const bool pauses = texts.Below(3) == 0;
+        room.shared.interwordpause = pauses ? 30 : 0;
         room.reader.ReadSection(start, length);
         std::wstring spoken = L"<silent>";
         if (!room.character.utterances.empty()) {
             spoken = room.character.utterances.back();
             const std::size_t from = spoken.find(L"\\map=\"") + 6;
-            spoken = spoken.substr(from, spoken.rfind(L"\\Mrk=999999999\\ ") - from);
+            spoken = spoken.substr(from, spoken.rfind(L"\\Mrk=999999999\\") - from);
         }
         std::wstring model = ModelBody(text, start, length, modify);
+        for (std::size_t at = model.find(L' '); pauses && at != std::wstring::npos; at = model.find(L' '))
+            model.replace(at, 1, L";\\pau=30\\");
         if (model.empty())
             model = L"<silent>";
         ASSERT_EQ(Narrow(spoken), Narrow(model));

@@ -8,6 +8,7 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/display.h>
+#include <wx/platinfo.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
@@ -15,7 +16,6 @@
 #include <cstdio>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace voxtrel::textreader {
 namespace {
@@ -266,6 +266,30 @@ TEST_F(TextReaderWindow, EmptyFileIsToldAndLeavesTheText)
     EXPECT_EQ(Box().GetValue(), "One two.");
 }
 
+TEST_F(TextReaderWindow, UnloadingWhileItsFileDialogIsOpenEndsTheDialog)
+{
+    if ((wxPlatformInfo::Get().GetOperatingSystemId() & wxOS_WINDOWS) != 0)
+        GTEST_SKIP() << "only its user can end the system's own dialog";
+    frmTextReader& opened = Open(L"One two.");
+    opened.CallAfter([&opened] { opened.Unload(); });
+    EXPECT_FALSE(opened.OpenTextFile());
+    EXPECT_EQ(window, nullptr);
+    EXPECT_FALSE(shared.TextReaderOpen);
+}
+
+TEST_F(TextReaderWindow, FileThatIsNoTextIsToldAndLeavesTheText)
+{
+    Open(L"One two.");
+    std::FILE* file = std::fopen("binary_file_of_the_window_test.txt", "wb");
+    ASSERT_TRUE(file);
+    std::fwrite("a\0b\1\0\0c", 1, 7, file);
+    std::fclose(file);
+    EXPECT_FALSE(window->OpenFile(L"binary_file_of_the_window_test.txt"));
+    std::remove("binary_file_of_the_window_test.txt");
+    EXPECT_EQ(log.Calls().back().substr(0, 15), L"ShowExclamation");
+    EXPECT_EQ(Box().GetValue(), "One two.");
+}
+
 TEST_F(TextReaderWindow, EndOfTheTextClosesTheWindowWithAutoClose)
 {
     store.SaveSetting(L"TextReader", L"AutoClose", L"True");
@@ -274,36 +298,6 @@ TEST_F(TextReaderWindow, EndOfTheTextClosesTheWindowWithAutoClose)
     EXPECT_TRUE(window->closeTheWindow());
     window->agent1_Bookmark(kEndOfText);
     EXPECT_TRUE(Until([&] { return window == nullptr; }));
-}
-
-TEST_F(TextReaderWindow, LongTextHighlightsWithinItsTimeAnywhere)
-{
-    std::wstring text;
-    while (text.size() < 5000000)
-        text += L"A sentence of some words, none of them long. And another line.\r\n";
-    Open(text);
-    window->speakWindowText();
-    const std::vector<std::int32_t> numbers = [&] {
-        std::vector<std::int32_t> found;
-        const std::wstring& markup = character.utterances.front();
-        for (std::size_t at = markup.find(L"\\Mrk="); at != std::wstring::npos;
-             at = markup.find(L"\\Mrk=", at + 1))
-            found.push_back(static_cast<std::int32_t>(std::stol(markup.substr(at + 5, 10))));
-        return found;
-    }();
-    const std::size_t first = numbers.size() / 2;
-    window->agent1_Bookmark(numbers[first - 1]);
-    wxTheApp->Yield(true);
-    const auto begin = std::chrono::steady_clock::now();
-    constexpr int kWords = 200;
-    for (int i = 0; i < kWords; ++i) {
-        window->agent1_Bookmark(numbers[first + static_cast<std::size_t>(i)]);
-        wxTheApp->ProcessPendingEvents();
-    }
-    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begin;
-    std::printf("%.3f ms a word\n", took.count() / kWords);
-    EXPECT_LT(took.count() / kWords,
-              30); // measured in bench; here only against a cost that grows with the text
 }
 
 } // namespace

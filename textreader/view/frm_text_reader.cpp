@@ -141,6 +141,7 @@ void frmTextReader::Form_Load()
 
 void frmTextReader::ShowReader()
 {
+    Iconize(false);
     Show();
     Raise();
     services_.desktop.SetWindowPos(platform::WindowHandle(*this), platform::kTopmost, 0, 0, 0, 0,
@@ -162,13 +163,19 @@ void frmTextReader::Unload()
     services_.shared.PendingSpeech.clear();
     if (services_.unloaded)
         services_.unloaded();
-    Destroy();
+    Hide();
+    if (openDialog_ != nullptr && openDialog_->IsModal())
+        openDialog_->EndModal(wxID_CANCEL);
+    if (modal_ == 0)
+        Destroy();
 }
 
-void frmTextReader::SetText(std::wstring_view text)
+void frmTextReader::SetText(std::wstring_view text) { SetNormalisedText(WithCrLf(text)); }
+
+void frmTextReader::SetNormalisedText(std::wstring text)
 {
     reader_.PrepareNavigation();
-    rtf_textbox_.SetText(text);
+    rtf_textbox_.SetText(std::move(text));
 }
 
 void frmTextReader::speakWindowText() { reader_.speakWindowText(); }
@@ -187,12 +194,15 @@ void frmTextReader::Form_KeyDown(wxKeyEvent& event)
     }
     switch (event.GetKeyCode()) {
     case WXK_LEFT:
+    case WXK_NUMPAD_LEFT:
         Navigate(Where::Previous);
         break;
     case WXK_RIGHT:
+    case WXK_NUMPAD_RIGHT:
         Navigate(Where::Next);
         break;
     case WXK_DOWN:
+    case WXK_NUMPAD_DOWN:
         Navigate(Where::Current);
         break;
     case WXK_ESCAPE:
@@ -214,7 +224,8 @@ void frmTextReader::Navigate(Where where)
         {&TextReader::SelectPreviousParagraph, &TextReader::SelectCurrentParagraph,
          &TextReader::SelectNextParagraph}};
     reader_.PrepareNavigation();
-    (reader_.*kSelects[ChosenItem("mode")][static_cast<std::size_t>(where)])();
+    const Select select = kSelects[ChosenItem("mode")][static_cast<std::size_t>(where)];
+    (reader_.*select)();
 }
 
 void frmTextReader::toolbar_ButtonClick(std::string_view key)
@@ -272,7 +283,7 @@ void frmTextReader::ChooseColor(std::int32_t& color, std::size_t item)
         wxColourData data;
         data.SetColour(wxColour(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF));
         wxColourDialog dialog(this, &data);
-        if (dialog.ShowModal() != wxID_OK)
+        if (!ShowModally(dialog))
             return;
         const wxColour chosen = dialog.GetColourData().GetColour();
         color = chosen.Red() | chosen.Green() << 8 | chosen.Blue() << 16;
@@ -294,7 +305,7 @@ void frmTextReader::ChooseFont()
     data.EnableEffects(false);
     data.SetInitialFont(rtf_textbox_.Control().GetFont());
     wxFontDialog dialog(this, data);
-    if (dialog.ShowModal() != wxID_OK)
+    if (!ShowModally(dialog))
         return;
     const wxFont font = dialog.GetFontData().GetChosenFont();
     settings_.font = font.GetFaceName().ToStdWstring();
@@ -302,6 +313,15 @@ void frmTextReader::ChooseFont()
     settings_.fontBold = font.GetWeight() >= wxFONTWEIGHT_BOLD;
     settings_.fontItalic = font.GetStyle() != wxFONTSTYLE_NORMAL;
     ApplyFont();
+}
+
+bool frmTextReader::ShowModally(wxDialog& dialog)
+{
+    const Modal open(*this);
+    openDialog_ = &dialog;
+    const int answer = dialog.ShowModal();
+    openDialog_ = nullptr;
+    return answer == wxID_OK && !unloading_;
 }
 
 void frmTextReader::ApplyFont()

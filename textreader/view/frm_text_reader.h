@@ -13,6 +13,7 @@
 #include "textreader/view/wx_rich_text_box.h"
 
 #include <wx/busyinfo.h>
+#include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/timer.h>
@@ -53,6 +54,9 @@ public:
 
     // Replaces the text. Line ends may be of any kind.
     void SetText(std::wstring_view text);
+
+    // The same for a text whose lines end with CR LF.
+    void SetNormalisedText(std::wstring text);
 
     void speakWindowText();
 
@@ -99,6 +103,25 @@ private:
     void ChooseColor(std::int32_t& color, std::size_t item);
     void ShowColors();
 
+    // While a dialog of the window is open the window is not destroyed: its handlers are still to return.
+    class Modal {
+    public:
+        explicit Modal(frmTextReader& window) : window_(window) { ++window_.modal_; }
+        ~Modal()
+        {
+            if (--window_.modal_ == 0 && window_.unloading_)
+                window_.Destroy();
+        }
+        Modal(const Modal&) = delete;
+        Modal& operator=(const Modal&) = delete;
+
+    private:
+        frmTextReader& window_;
+    };
+
+    // Whether the dialog was closed with OK while the window is still wanted.
+    bool ShowModally(wxDialog& dialog);
+
     void RememberPlace();
     wxString Text(int number) const;
 
@@ -116,6 +139,8 @@ private:
     wxTimer Timer_;
     std::unique_ptr<wxBusyInfo> preparing_;
     bool unloading_ = false;
+    int modal_ = 0;                  // dialogs that are open
+    wxDialog* openDialog_ = nullptr; // the one of them that is ended with the window
 
     TextReader reader_;
 };

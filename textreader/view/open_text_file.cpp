@@ -41,13 +41,16 @@ bool frmTextReader::OpenTextFile()
         Text(strings::kTextFiles) + " (*.txt)|*.txt|" + Text(strings::kAllFiles) + " (*.*)|*.*";
     wxFileDialog dialog(this, wxFileSelectorPromptStr, wxString(services_.folder.Path()), wxEmptyString,
                         filter, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-    return dialog.ShowModal() == wxID_OK && OpenFile(dialog.GetPath().ToStdWstring());
+    return ShowModally(dialog) && OpenFile(dialog.GetPath().ToStdWstring());
 }
 
 bool frmTextReader::OpenFile(const std::wstring& path)
 {
+    const Modal open(*this);
     reader_.PrepareNavigation();
-    const LoadedText loaded = LoadWithProgress(path, this, GetTitle(), Text(strings::kOpeningText));
+    LoadedText loaded = LoadWithProgress(path, this, GetTitle(), Text(strings::kOpeningText));
+    if (unloading_)
+        return false;
     if (!loaded.error.empty()) {
         services_.messages.ShowExclamation(loaded.error);
         return false;
@@ -59,7 +62,7 @@ bool frmTextReader::OpenFile(const std::wstring& path)
     std::unique_ptr<wxBusyInfo> showing;
     if (loaded.text.size() > kLongText)
         showing = std::make_unique<wxBusyInfo>(Text(strings::kOpeningText), this);
-    SetText(loaded.text);
+    SetNormalisedText(std::move(loaded.text));
     return true;
 }
 

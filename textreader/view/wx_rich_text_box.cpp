@@ -1,5 +1,6 @@
 #include "textreader/view/wx_rich_text_box.h"
 
+#include "platform/text_color.h"
 #include "textreader/readable_color.h"
 
 #include <wx/settings.h>
@@ -22,6 +23,19 @@ wxColour FromNumber(std::int32_t color)
     return wxColour(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
+// Put together in place: a long text is not copied once more.
+wxString ForControl(const std::wstring& text)
+{
+    wxString shown;
+    shown.reserve(text.size());
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t carriageReturn = std::min(text.find(L'\r', from), text.size());
+        shown.append(text.data() + from, carriageReturn - from);
+        from = carriageReturn + 1;
+    }
+    return shown;
+}
+
 } // namespace
 
 WxRichTextBox::WxRichTextBox(wxWindow* parent, std::function<void(const TextEdit&)> edited)
@@ -35,18 +49,16 @@ WxRichTextBox::WxRichTextBox(wxWindow* parent, std::function<void(const TextEdit
     });
 }
 
-void WxRichTextBox::SetText(std::wstring_view text)
+void WxRichTextBox::SetText(std::wstring text)
 {
     const TextEdit edit{0, Size(text_), 0};
-    text_ = WithCrLf(text);
+    text_ = std::move(text);
     lines_.SetText(text_);
-    control_->ChangeValue(wxString(WithLf(text_)));
+    control_->ChangeValue(ForControl(text_));
     selection_ = {};
     shown_ = {};
     settled_ = true;
     edited_({edit.position, edit.removed, Size(text_)});
-    // Some controls give a new text the colour of the old one.
-    RefreshColors();
     control_->SetInsertionPoint(0);
 }
 
@@ -58,11 +70,7 @@ void WxRichTextBox::SetSelectionShown(bool shown)
     SettleSoon();
 }
 
-void WxRichTextBox::RefreshColors()
-{
-    const wxColour ordinary = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT);
-    control_->SetStyle(0, control_->GetLastPosition(), wxTextAttr(ordinary));
-}
+void WxRichTextBox::RefreshColors() { platform::ClearTextColor(*control_, 0, control_->GetLastPosition()); }
 
 std::int32_t WxRichTextBox::SelStart() const { return Selection().begin; }
 
@@ -86,11 +94,14 @@ void WxRichTextBox::SetSelColor(std::int32_t color)
     const TextRange selection = Selection();
     if (selection.Empty())
         return;
-    const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW);
-    const wxColour shown = color == kBlack ? wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT)
-                                           : FromNumber(ReadableOn(AsNumber(background), color));
     const ControlRange range = RangeInControl(selection);
-    control_->SetStyle(range.from, range.to, wxTextAttr(shown));
+    if (color == kBlack) {
+        platform::ClearTextColor(*control_, range.from, range.to);
+        return;
+    }
+    const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW);
+    platform::SetTextColor(*control_, range.from, range.to,
+                           FromNumber(ReadableOn(AsNumber(background), color)));
 }
 
 // The engine's selection, unless the user has made another one in the control since.
@@ -170,7 +181,7 @@ void WxRichTextBox::FollowEdit()
     const std::wstring now = WithCrLf(value);
     // Some controls keep the CR of a pasted line break as a character of its own.
     if (value.find(L'\r') != std::wstring::npos)
-        control_->CallAfter([this] { control_->ChangeValue(wxString(WithLf(text_))); });
+        control_->CallAfter([this] { control_->ChangeValue(ForControl(text_)); });
     const auto [oldEnd, newEnd] = std::mismatch(text_.begin(), text_.end(), now.begin(), now.end());
     std::int32_t begin = static_cast<std::int32_t>(oldEnd - text_.begin());
     std::int32_t tail = 0;

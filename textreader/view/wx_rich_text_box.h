@@ -21,8 +21,8 @@ public:
 
     wxTextCtrl& Control() { return *control_; }
 
-    // Line ends may be of any kind.
-    void SetText(std::wstring_view text);
+    // Lines end with CR LF.
+    void SetText(std::wstring text);
 
     void SetSelectionShown(bool shown);
 

@@ -81,7 +81,9 @@ PitchMeasure MeasurePitch(std::span<const std::int16_t> samples)
     if (pitches.empty())
         return {};
     std::sort(pitches.begin(), pitches.end());
-    const auto at = [&](double share) { return pitches[static_cast<std::size_t>(share * static_cast<double>(pitches.size() - 1))]; };
+    const auto at = [&](double share) {
+        return pitches[static_cast<std::size_t>(share * static_cast<double>(pitches.size() - 1))];
+    };
     return {at(0.5), at(0.9) - at(0.1), static_cast<double>(pitches.size()) / frames};
 }
 

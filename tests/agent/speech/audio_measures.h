@@ -9,8 +9,8 @@ namespace voxtrel::agent::speech {
 // Root mean square of the parts that are not silent.
 double Loudness(std::span<const std::int16_t> samples);
 
-// The middle, and the spread from the 10th to the 90th percentile, of the fundamental frequency in Hz, and the
-// share of audible frames that have one.
+// The middle, and the spread from the 10th to the 90th percentile, of the fundamental frequency in Hz, and
+// the share of audible frames that have one.
 struct PitchMeasure {
     double median = 0;
     double spread = 0;

@@ -141,7 +141,8 @@ TEST(ClauseCutter, EndsAParagraphAtAnEmptyLine)
 
 TEST(ClauseCutter, KeepsTheFirstClauseShort)
 {
-    const auto clauses = Clauses(L"This, as you will see, goes on and on and on without a stop for a very long while");
+    const auto clauses =
+        Clauses(L"This, as you will see, goes on and on and on without a stop for a very long while");
     EXPECT_LE(clauses[0].tokens.size(), 6u);
 }
 
@@ -185,13 +186,26 @@ public:
     {
         while (markup_.size() < 400) {
             switch (random_() % 10) {
-            case 0: markup_ += L"\\Pit=" + std::to_wstring(50 + random_() % 300) + L"\\"; break;
-            case 1: markup_ += L"\\pau=" + std::to_wstring(10 + random_() % 300) + L"\\"; break;
-            case 2: AddMap(); break;
-            case 3: markup_ += L"\r\n"; break;
-            case 4: markup_ += L"; "; break;
-            case 5: AddMark(); break;
-            default: AddWord();
+            case 0:
+                markup_ += L"\\Pit=" + std::to_wstring(50 + random_() % 300) + L"\\";
+                break;
+            case 1:
+                markup_ += L"\\pau=" + std::to_wstring(10 + random_() % 300) + L"\\";
+                break;
+            case 2:
+                AddMap();
+                break;
+            case 3:
+                markup_ += L"\r\n";
+                break;
+            case 4:
+                markup_ += L"; ";
+                break;
+            case 5:
+                AddMark();
+                break;
+            default:
+                AddWord();
             }
         }
     }

@@ -11,7 +11,8 @@
 namespace voxtrel::agent::speech {
 namespace {
 
-// The pieces of a markup, each in a short form: text as it is, tags in angle brackets. Neighbouring text is one.
+// The pieces of a markup, each in a short form: text as it is, tags in angle brackets. Neighbouring text is
+// one.
 std::wstring Pieces(std::wstring_view markup)
 {
     std::wstring all;
@@ -19,22 +20,47 @@ std::wstring Pieces(std::wstring_view markup)
     for (MarkupToken token = parser.Next(); token.kind != MarkupToken::Kind::End; token = parser.Next()) {
         const std::wstring number = std::to_wstring(token.number);
         switch (token.kind) {
-        case MarkupToken::Kind::Text: all += token.text; break;
-        case MarkupToken::Kind::Mark: all += L"<mark " + number + L">"; break;
-        case MarkupToken::Kind::Pause: all += L"<pause " + number + L">"; break;
-        case MarkupToken::Kind::Pitch: all += L"<pitch " + number + L">"; break;
-        case MarkupToken::Kind::Speed: all += L"<speed " + number + L">"; break;
-        case MarkupToken::Kind::Volume: all += L"<volume " + number + L">"; break;
-        case MarkupToken::Kind::Style: all += L"<style " + std::to_wstring(static_cast<int>(token.style)) + L">"; break;
+        case MarkupToken::Kind::Text:
+            all += token.text;
+            break;
+        case MarkupToken::Kind::Mark:
+            all += L"<mark " + number + L">";
+            break;
+        case MarkupToken::Kind::Pause:
+            all += L"<pause " + number + L">";
+            break;
+        case MarkupToken::Kind::Pitch:
+            all += L"<pitch " + number + L">";
+            break;
+        case MarkupToken::Kind::Speed:
+            all += L"<speed " + number + L">";
+            break;
+        case MarkupToken::Kind::Volume:
+            all += L"<volume " + number + L">";
+            break;
+        case MarkupToken::Kind::Style:
+            all += L"<style " + std::to_wstring(static_cast<int>(token.style)) + L">";
+            break;
         case MarkupToken::Kind::Context:
             all += L"<context " + std::to_wstring(static_cast<int>(token.context)) + L">";
             break;
-        case MarkupToken::Kind::Emphasis: all += L"<emphasis>"; break;
-        case MarkupToken::Kind::Reset: all += L"<reset>"; break;
-        case MarkupToken::Kind::Repeat: all += L"<repeat>"; break;
-        case MarkupToken::Kind::MapBegin: all += L"<map>"; break;
-        case MarkupToken::Kind::MapEnd: all += L"</map " + std::wstring(token.text) + L">"; break;
-        case MarkupToken::Kind::End: break;
+        case MarkupToken::Kind::Emphasis:
+            all += L"<emphasis>";
+            break;
+        case MarkupToken::Kind::Reset:
+            all += L"<reset>";
+            break;
+        case MarkupToken::Kind::Repeat:
+            all += L"<repeat>";
+            break;
+        case MarkupToken::Kind::MapBegin:
+            all += L"<map>";
+            break;
+        case MarkupToken::Kind::MapEnd:
+            all += L"</map " + std::wstring(token.text) + L">";
+            break;
+        case MarkupToken::Kind::End:
+            break;
         }
     }
     return all;
@@ -198,7 +224,8 @@ TEST(TagParser, FindsTheEndOfABookInsideOfAMap)
     EXPECT_FALSE(parser.Next().balloonKnown);
     int marks = 0;
     MarkupToken token = parser.Next();
-    for (; token.kind != MarkupToken::Kind::MapEnd && token.kind != MarkupToken::Kind::End; token = parser.Next())
+    for (; token.kind != MarkupToken::Kind::MapEnd && token.kind != MarkupToken::Kind::End;
+         token = parser.Next())
         marks += token.kind == MarkupToken::Kind::Mark ? 1 : 0;
     EXPECT_EQ(marks, 40000);
     EXPECT_EQ(token.text, L"shown");
@@ -226,8 +253,9 @@ std::wstring Repeated(std::wstring_view piece, std::size_t length)
 TEST(TagParser, TakesLinearTimeOnTraps)
 {
     for (const std::wstring_view trap :
-         {L"\\map=\"", L"\\map=\"=\"", L"\"=\"", L"\\map=\"a\"=\"", L"\\chr=\"", L"\\pau=", L"\\map=\"a\"=\"b\"", L"\\",
-          L"\\Mrk=12345678901234567890", L"\\map=\"\\chr=\"", L"\\map=\"\"=\"\\", L"x"}) {
+         {L"\\map=\"", L"\\map=\"=\"", L"\"=\"", L"\\map=\"a\"=\"", L"\\chr=\"", L"\\pau=",
+          L"\\map=\"a\"=\"b\"", L"\\", L"\\Mrk=12345678901234567890", L"\\map=\"\\chr=\"", L"\\map=\"\"=\"\\",
+          L"x"}) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(trap)));
         EXPECT_LT(SecondsToRead(Repeated(trap, 1 << 20)), 10);
     }

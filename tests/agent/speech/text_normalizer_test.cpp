@@ -115,7 +115,13 @@ TEST(NormalizeRun, KeepsFiguresWhole)
         {L"7:00", "seven"},
         {L"23:59", "twenty three fifty nine"},
         {L"1.2.3", "1 point 2 point 3"},
-        {L"12/25/2024", "12 25 2024"},
+        {L"12/25/2024", "twelve twenty five twenty twenty four"},
+        {L"2005-01-31.", "two thousand five one thirty one."},
+        {L"31.12.1999", "thirty one twelve nineteen ninety nine"},
+        {L"1/2/1800", "one two eighteen hundred"},
+        {L"1/2/1905", "one two nineteen oh five"},
+        {L"1/2/03", "one two three"},
+        {L"555-123-4567", "555-123-4567"},
         {L"MP3", "MP3"},
         {L"example.com", "example dot com"},
         {L"end.Next", "end. Next"},
@@ -166,21 +172,24 @@ TEST(NormalizeRun, FollowsTheContext)
 TEST(NormalizeRun, GivesOnlyBearableTokensForAnyText)
 {
     std::mt19937 random(7);
-    constexpr std::wstring_view kLikely = L"ab Z09.,:;-/'\"$€%@#&+=<>\\_~^|`éßø½²°\u2019\u2014\u2026\U0001F600\u0301日";
+    constexpr std::wstring_view kLikely =
+        L"ab Z09.,:;-/'\"$€%@#&+=<>\\_~^|`éßø½²°\u2019\u2014\u2026\U0001F600\u0301日";
     for (int round = 0; round < 20000; ++round) {
         std::wstring run;
         for (std::size_t length = random() % 60; length > 0; --length) {
-            run += random() % 4 == 0 ? static_cast<wchar_t>(random() % (sizeof(wchar_t) == 2 ? 0x10000 : 0x120000))
-                                     : kLikely[random() % kLikely.size()];
+            run += random() % 4 == 0
+                       ? static_cast<wchar_t>(random() % (sizeof(wchar_t) == 2 ? 0x10000 : 0x120000))
+                       : kLikely[random() % kLikely.size()];
         }
         for (const SpokenToken& token : NormalizeRun(run, static_cast<ReadingContext>(random() % 3)).tokens) {
             ASSERT_FALSE(token.name.empty());
             ASSERT_LE(token.name.size(), 40u);
-            ASSERT_TRUE(std::any_of(token.name.begin(), token.name.end(),
-                                    [](unsigned char c) { return std::isalnum(c) != 0; }))
-                << token.name;
+            ASSERT_TRUE(std::any_of(token.name.begin(), token.name.end(), [](unsigned char c) {
+                return std::isalnum(c) != 0;
+            })) << token.name;
             ASSERT_TRUE(std::all_of(token.name.begin(), token.name.end(), [](unsigned char c) {
-                return std::isalnum(c) != 0 || std::string_view(".,'/$-").find(static_cast<char>(c)) != std::string_view::npos;
+                return std::isalnum(c) != 0 ||
+                       std::string_view(".,'/$-").find(static_cast<char>(c)) != std::string_view::npos;
             })) << token.name;
         }
     }

@@ -61,7 +61,10 @@ Rendering Render(std::wstring_view markup, std::size_t voice = 0, std::size_t en
     return rendering;
 }
 
-double Seconds(const Rendering& rendering) { return static_cast<double>(rendering.samples.size()) / kSampleRate; }
+double Seconds(const Rendering& rendering)
+{
+    return static_cast<double>(rendering.samples.size()) / kSampleRate;
+}
 
 constexpr wchar_t kSentence[] = L"The quick brown fox jumps over the lazy dog when Mary came home a year ago";
 constexpr std::size_t kVoicesTried[] = {0, 1, 2, 6}; // one of each base
@@ -70,7 +73,8 @@ TEST(UtteranceRenderer, BeginsWithinTenMilliseconds)
 {
     for (std::size_t voice = 0; voice < AllVoices().size(); ++voice) {
         const Rendering said = Render(L"Hello world.", voice);
-        const auto first = std::find_if(said.samples.begin(), said.samples.end(), [](int sample) { return std::abs(sample) > 40; });
+        const auto first = std::find_if(said.samples.begin(), said.samples.end(),
+                                        [](int sample) { return std::abs(sample) > 40; });
         EXPECT_LE(first - said.samples.begin(), SamplesOf(15)) << voice;
     }
 }
@@ -86,8 +90,9 @@ TEST(UtteranceRenderer, MakesPausesToTheSample)
 TEST(UtteranceRenderer, LetsNothingLengthenAPause)
 {
     for (const std::size_t voice : kVoicesTried) {
-        for (const wchar_t* markup : {L"One more.\\pau=700\\Nothing", L"One more. \\pau=700\\\nNothing", L"One more;\\pau=700\\Nothing",
-                                      L"\\map=\"more;\\pau=700\\\\Mrk=5\\now\"=\"\"\\"}) {
+        for (const wchar_t* markup :
+             {L"One more.\\pau=700\\Nothing", L"One more. \\pau=700\\\nNothing",
+              L"One more;\\pau=700\\Nothing", L"\\map=\"more;\\pau=700\\\\Mrk=5\\now\"=\"\"\\"}) {
             const Rendering said = Render(markup, voice);
             EXPECT_GE(LongestSilence(said.samples, 0), SamplesOf(700)) << voice;
             EXPECT_LE(LongestSilence(said.samples, 40), SamplesOf(715)) << voice;
@@ -167,14 +172,17 @@ TEST(UtteranceRenderer, NeedsNoMoreTimeForABookThanForASentence)
         book += L" \\Mrk=5\\and so it goes on and on";
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_GE(Render(L"\\map=\"" + book + L"\"=\"\"\\", 2, 1).samples.size(), 1u);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2)); // reading it all takes minutes
+    EXPECT_LT(std::chrono::steady_clock::now() - begin,
+              std::chrono::seconds(2)); // reading it all takes minutes
 }
 
 TEST(Prosody, SpeedChangesTheDuration)
 {
     for (const std::size_t voice : kVoicesTried) {
         const double usual = Seconds(Render(kSentence, voice));
-        const auto at = [&](int speed) { return Seconds(Render(L"\\Spd=" + std::to_wstring(speed) + L"\\" + kSentence, voice)); };
+        const auto at = [&](int speed) {
+            return Seconds(Render(L"\\Spd=" + std::to_wstring(speed) + L"\\" + kSentence, voice));
+        };
         EXPECT_NEAR(at(75) / usual, 2.0, 0.12) << voice;
         EXPECT_NEAR(at(225) / usual, 0.667, 0.06) << voice;
         EXPECT_NEAR(at(150) / usual, 1.0, 0.01) << voice;
@@ -188,7 +196,8 @@ TEST(Prosody, PitchChangesTheFrequency)
     for (const std::size_t voice : kVoicesTried) {
         const double usual = MeasurePitch(Render(kSentence, voice).samples).median;
         const auto at = [&](int pitch) {
-            return MeasurePitch(Render(L"\\Pit=" + std::to_wstring(pitch) + L"\\" + kSentence, voice).samples).median;
+            return MeasurePitch(Render(L"\\Pit=" + std::to_wstring(pitch) + L"\\" + kSentence, voice).samples)
+                .median;
         };
         EXPECT_NEAR(at(225) / usual, 1.5, 0.15) << voice;
         EXPECT_NEAR(at(120) / usual, 0.8, 0.1) << voice;
@@ -199,13 +208,16 @@ TEST(Prosody, PitchChangesTheFrequency)
 
 TEST(Prosody, PitchLeavesTheDuration)
 {
-    EXPECT_NEAR(Seconds(Render(std::wstring(L"\\Pit=300\\") + kSentence)) / Seconds(Render(kSentence)), 1.0, 0.02);
+    EXPECT_NEAR(Seconds(Render(std::wstring(L"\\Pit=300\\") + kSentence)) / Seconds(Render(kSentence)), 1.0,
+                0.02);
 }
 
 TEST(Prosody, VolumeIsLinearAndLimitedSoftly)
 {
     const double usual = Loudness(Render(kSentence).samples);
-    const auto at = [&](int volume) { return Render(L"\\Vol=" + std::to_wstring(volume) + L"\\" + kSentence); };
+    const auto at = [&](int volume) {
+        return Render(L"\\Vol=" + std::to_wstring(volume) + L"\\" + kSentence);
+    };
     EXPECT_NEAR(Loudness(at(15000).samples) / usual, 0.5, 0.08);
     EXPECT_NEAR(Loudness(at(60000).samples) / usual, 2.0, 0.2);
     const auto loudest = at(65535).samples;
@@ -231,7 +243,8 @@ TEST(Prosody, MonotoneHasNoMelody)
 {
     for (const std::size_t voice : kVoicesTried) {
         const PitchMeasure usual = MeasurePitch(Render(kSentence, voice).samples);
-        const PitchMeasure flat = MeasurePitch(Render(std::wstring(L"\\chr=\"Monotone\"\\") + kSentence, voice).samples);
+        const PitchMeasure flat =
+            MeasurePitch(Render(std::wstring(L"\\chr=\"Monotone\"\\") + kSentence, voice).samples);
         EXPECT_LT(flat.spread, 0.4 * usual.spread) << voice;
         EXPECT_LT(flat.spread / flat.median, 0.05) << voice;
     }
@@ -239,12 +252,14 @@ TEST(Prosody, MonotoneHasNoMelody)
 
 TEST(Prosody, EmphasisMakesAWordLonger)
 {
-    EXPECT_GT(Seconds(Render(L"I want the \\Emp\\yellow one")), 1.02 * Seconds(Render(L"I want the yellow one")));
+    EXPECT_GT(Seconds(Render(L"I want the \\Emp\\yellow one")),
+              1.02 * Seconds(Render(L"I want the yellow one")));
 }
 
 TEST(Prosody, ResetGoesBackToTheDefaults)
 {
-    EXPECT_NEAR(Seconds(Render(std::wstring(L"\\Spd=60\\\\Rst\\") + kSentence)) / Seconds(Render(kSentence)), 1.0, 0.01);
+    EXPECT_NEAR(Seconds(Render(std::wstring(L"\\Spd=60\\\\Rst\\") + kSentence)) / Seconds(Render(kSentence)),
+                1.0, 0.01);
 }
 
 TEST(Voices, AreToldApartByPitchOrBuild)
@@ -255,12 +270,14 @@ TEST(Voices, AreToldApartByPitchOrBuild)
     std::vector<Impression> voices;
     for (std::size_t voice = 0; voice < 8; ++voice) {
         const auto samples = Render(kSentence, voice).samples;
-        voices.push_back({MeasurePitch(samples).median, SpectralCentroid(samples), static_cast<double>(samples.size())});
+        voices.push_back(
+            {MeasurePitch(samples).median, SpectralCentroid(samples), static_cast<double>(samples.size())});
     }
     for (std::size_t a = 0; a < voices.size(); ++a) {
         for (std::size_t b = a + 1; b < voices.size(); ++b) {
             const auto apart = [](double x, double y) { return std::abs(std::log(x / y)); };
-            EXPECT_GT(apart(voices[a].pitch, voices[b].pitch) + apart(voices[a].centroid, voices[b].centroid) +
+            EXPECT_GT(apart(voices[a].pitch, voices[b].pitch) +
+                          apart(voices[a].centroid, voices[b].centroid) +
                           apart(voices[a].pace, voices[b].pace),
                       0.14)
                 << a << " and " << b;
@@ -296,11 +313,46 @@ TEST(MouthOf, FollowsTheTable)
 TEST(FliteSynthesizer, BearsOddTokens)
 {
     const wchar_t* odd[] = {
-        L"a",        L"A",       L"I",          L"x",          L"MMMMMMMMMMMMMMMMMMMM", L"1-2-3-4", L"007",   L"$",
-        L"$1,00",    L"$5.",     L"9999999999999999999999", L"0.00000000000000001", L"1/0", L"0/0", L"2th", L"st",
-        L"XVIII",    L"U.S.A.",  L"O'Neil's",   L"'''s",       L"rock'n'roll", L"50%%",   L"12:60", L"99:99",
-        L"b4b4b4b4", L"zzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzz", L"hmm", L"Dr", L"St", L"1,2,3,4,5", L"-", L"--5",
-        L"3-",       L"10-5",    L"555-1234",   L"1st2nd",     L"$$$5", L"5$5", L"a.b.c.d.e.f", L"1.2.3.4",
+        L"a",
+        L"A",
+        L"I",
+        L"x",
+        L"MMMMMMMMMMMMMMMMMMMM",
+        L"1-2-3-4",
+        L"007",
+        L"$",
+        L"$1,00",
+        L"$5.",
+        L"9999999999999999999999",
+        L"0.00000000000000001",
+        L"1/0",
+        L"0/0",
+        L"2th",
+        L"st",
+        L"XVIII",
+        L"U.S.A.",
+        L"O'Neil's",
+        L"'''s",
+        L"rock'n'roll",
+        L"50%%",
+        L"12:60",
+        L"99:99",
+        L"b4b4b4b4",
+        L"zzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzz",
+        L"hmm",
+        L"Dr",
+        L"St",
+        L"1,2,3,4,5",
+        L"-",
+        L"--5",
+        L"3-",
+        L"10-5",
+        L"555-1234",
+        L"1st2nd",
+        L"$$$5",
+        L"5$5",
+        L"a.b.c.d.e.f",
+        L"1.2.3.4",
     };
     for (const std::size_t voice : kVoicesTried) {
         for (const wchar_t* text : odd) {
