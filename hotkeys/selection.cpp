@@ -121,6 +121,8 @@ void Selection::ReadSelection()
     if (text.empty())
         return;
     services_.ReadInTextReader(std::move(text));
+    // Returned too early, the focus would go to the Text Reader after all.
+    services_.windows.AwaitOwnWindow();
     FocusTarget();
     services_.DoEvents();
 }

@@ -25,6 +25,10 @@ public:
     // Returns once the window is in front, or when it does not get there within a moment.
     virtual void SetForegroundWindow(NativeWindow window) = 0;
 
+    // A window that the program has just shown takes the front a little later. Returns once one is there, or when none
+    // gets there within a moment.
+    virtual void AwaitOwnWindow() = 0;
+
     // Asks the window whether it still takes its messages. True also for a window that is gone.
     virtual bool IsHungAppWindow(NativeWindow window) = 0;
 

@@ -19,4 +19,10 @@ std::optional<std::wstring> ToolkitClipboardText(xcb_window_t owner)
     return found;
 }
 
+void FlushToolkit()
+{
+    if (GdkDisplay* display = gdk_display_get_default())
+        gdk_display_flush(display);
+}
+
 } // namespace voxtrel::platform

@@ -11,4 +11,7 @@ namespace voxtrel::platform {
 // nothing when the owner is not one of them.
 std::optional<std::wstring> ToolkitClipboardText(xcb_window_t owner);
 
+// Sends what the program's windows have asked of the display and is still waiting to go.
+void FlushToolkit();
+
 } // namespace voxtrel::platform

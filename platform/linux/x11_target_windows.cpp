@@ -1,5 +1,6 @@
 #include "platform/linux/x11_target_windows.h"
 
+#include "platform/linux/toolkit_clipboard.h"
 #include "settings/text_case.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kTimeToComeToFront = 500ms;
+constexpr auto kTimeForOwnWindow = 300ms;
 constexpr auto kTimeToAnswer = 500ms;
 constexpr auto kTimeToHandOut = 1000ms;
 constexpr std::uint32_t kFromPager = 2; // source of a request to the window manager: acts for the user
@@ -174,6 +176,20 @@ void X11TargetWindows::SetForegroundWindow(NativeWindow window)
     while (!HasFocus(window) && std::chrono::steady_clock::now() < deadline && connection_.IsOpen()) {
         if (const XcbEvent event = connection_.WaitForEvent(std::min(deadline, In(kLookInterval))))
             Handle(*event);
+    }
+}
+
+void X11TargetWindows::AwaitOwnWindow()
+{
+    if (!connection_.IsOpen())
+        return;
+    FlushToolkit();
+    const Deadline deadline = In(kTimeForOwnWindow);
+    while (GetWindowThreadProcessId(GetForegroundWindow()) != OwnThread()) {
+        const XcbEvent event = connection_.WaitForEvent(deadline);
+        if (!event)
+            return;
+        Handle(*event);
     }
 }
 

@@ -24,6 +24,7 @@ public:
     std::uint32_t OwnThread() override;
     std::wstring GetWindowTitle(NativeWindow window) override;
     void SetForegroundWindow(NativeWindow window) override;
+    void AwaitOwnWindow() override;
     // Programs that do not answer such questions at all count as well.
     bool IsHungAppWindow(NativeWindow window) override;
     // There is no such message here. Its counterpart is the text that the program has selected: it goes to

@@ -14,6 +14,7 @@ public:
     std::uint32_t OwnThread() override;
     std::wstring GetWindowTitle(NativeWindow window) override;
     void SetForegroundWindow(NativeWindow window) override;
+    void AwaitOwnWindow() override {} // it is there at once
     bool IsHungAppWindow(NativeWindow window) override;
     void SendCopyMessage(NativeWindow window) override;
 };

@@ -32,7 +32,7 @@ class Editor:
         return scenario.open_program([*self.command, path], self.window_class)
 
 
-EDITORS = {"notepad": Editor(wine("notepad") if WINDOWS else [], "notepad.exe")} if WINDOWS else {
+EDITORS = {"notepad": Editor(wine(r"C:\windows\system32\notepad.exe") if WINDOWS else [], "notepad.exe")} if WINDOWS else {
     "mousepad": Editor(["mousepad", "--disable-server"], "Mousepad"),
     "featherpad": Editor(["featherpad", "--standalone"], "FeatherPad"),
 }
@@ -122,6 +122,11 @@ class SelectionScenario(Scenario):
         active = self.xdotool("getactivewindow")
         return int(active) if active else None
 
+    def expect_in_front(self, window):
+        # Wine has a foreground window of its own, which the window manager does not always follow.
+        if not WINDOWS:
+            wait_for(lambda: self.active_window() == window, "the window in front again")
+
     def bring_to_front(self, window):
         # Again and again: a request that is still under way takes its target to the front, too.
         def in_front():
@@ -177,7 +182,7 @@ class HotKey1(SelectionScenario):
                 self.select_all(window)
                 self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
                 self.expect_clipboard("mine")
-                self.assertEqual(self.active_window(), window)
+                self.expect_in_front(window)
                 program.wait_event("word", lambda event: event["text"].startswith("fox"))
                 self.assertEqual(len(self.spoken(program)), 1, "a held key speaks once")
                 self.end_process(process)
@@ -255,7 +260,7 @@ class HotKey1(SelectionScenario):
         self.bring_to_front(window)
         self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
         self.expect_clipboard("mine")
-        self.assertEqual(self.active_window(), window)
+        self.expect_in_front(window)
         with open(typed, "rb") as file:
             keys = file.read()
         # The hot key itself arrives there, as with any program that looks at the keyboard from outside.
@@ -272,7 +277,7 @@ class TextReader(SelectionScenario):
         _, window = self.open_first_editor(SENTENCE)
         self.press_hot_key("F4", lambda: self.is_read(program, "quick"))
         self.expect_clipboard("mine")
-        wait_for(lambda: self.active_window() == window, "the editor in front again")
+        self.expect_in_front(window)
 
     def test_f6_reads_the_clipboard(self):
         program = self.start_and_wait()
@@ -292,7 +297,7 @@ class Toolbar(SelectionScenario):
         self.xdotool("click", 1)
         wait_for(lambda: self.has_spoken(program, SENTENCE), "the selection to be spoken")
         self.expect_clipboard("mine")
-        self.assertEqual(self.active_window(), window)
+        self.expect_in_front(window)
 
 
 class Browser(SelectionScenario):
@@ -308,7 +313,7 @@ class Browser(SelectionScenario):
         self.select_all(window)
         self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
         self.expect_clipboard("mine")
-        self.assertEqual(self.active_window(), window)
+        self.expect_in_front(window)
 
 
 class ClipboardHotKeys(SelectionScenario):
@@ -327,10 +332,13 @@ class ClipboardHotKeys(SelectionScenario):
 
 
 class TheEnd(SelectionScenario):
+    @unittest.skipIf(WINDOWS, "the system keeps it there, and this display sees it only while a Wine program runs")
     def test_the_clipboard_outlives_the_program(self):
         program = self.start_and_wait()
-        _, window = self.open_first_editor(SENTENCE)
+        editor, _ = self.open_first_editor(SENTENCE)
         self.press_hot_key("F3", lambda: self.has_spoken(program, SENTENCE))
+        self.expect_clipboard("mine")
+        self.end_process(editor)
         self.assertEqual(self.call("--quit")[0], 0)
         program.wait_end()
         self.expect_clipboard("mine")

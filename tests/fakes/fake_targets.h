@@ -54,6 +54,13 @@ public:
             foreground = window;
     }
 
+    void AwaitOwnWindow() override
+    {
+        if (ownWindowIsComing)
+            foreground = kOwnWindow;
+        ownWindowIsComing = false;
+    }
+
     bool IsHungAppWindow(platform::NativeWindow window) override
     {
         return targets.contains(window) && targets[window].hung;
@@ -100,6 +107,7 @@ public:
 
     std::map<platform::NativeWindow, FakeTarget> targets;
     platform::NativeWindow foreground = 0;
+    bool ownWindowIsComing = false; // takes the front when it is waited for
     std::vector<platform::NativeWindow> brought;
     std::vector<platform::NativeWindow> messages;
     std::vector<Typed> typed;

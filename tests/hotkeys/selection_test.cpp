@@ -331,6 +331,14 @@ TEST_F(HotKey2, ReadsReturnsTheFocusAndThenRestores)
     EXPECT_EQ(clipboard.text, L"mine");
 }
 
+TEST_F(HotKey2, GivesTheFocusBackAlsoFromAWindowThatAppearsLate)
+{
+    onReadInTextReader = [this] { windows.ownWindowIsComing = true; };
+    selection.RunHotKey(2);
+    windows.AwaitOwnWindow();
+    EXPECT_EQ(windows.foreground, kEditor);
+}
+
 TEST_F(HotKey2, EmptySelectionOpensNothing)
 {
     Editor().copiesOn = {};
