@@ -41,7 +41,7 @@ TEST(WithCapital, RaisesTheFirstLetterOnly)
     EXPECT_EQ(WithCapital(L"\u00E9lan"), L"\u00C9lan");
     EXPECT_EQ(WithCapital(L"\U00010428x"), L"\U00010400x");
     EXPECT_EQ(WithCapital(L"12"), L"12");
-    EXPECT_EQ(WithCapital(L"\u00DFx"), L"\u00DFx");
+    EXPECT_EQ(WithCapital(L"\u00DFx"), L"\u1E9Ex");
     EXPECT_EQ(WithCapital(std::wstring(1, static_cast<wchar_t>(0xD800)) + L"x"),
               std::wstring(1, static_cast<wchar_t>(0xD800)) + L"x");
 }
