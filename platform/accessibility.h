@@ -18,14 +18,14 @@ public:
     // Ends the server.
     virtual void Shutdown() = 0;
 
-    // The object under the pointer. Each text ends in one closing character, which is no part of what it says: it is
-    // all there is when the pointer is over nothing. Empty while the server has not told yet.
+    // The object under the pointer. Each text ends in one closing character, which is no part of what it
+    // says: it is all there is when the pointer is over nothing. Empty while the server has not told yet.
     virtual std::wstring ObjectName() const = 0;
     virtual std::wstring ObjectRole() const = 0;
     virtual std::wstring ObjectValue() const = 0;
 
-    // Takes what the server has sent meanwhile, and starts one anew that has ended or hangs. Called often; between
-    // two calls the three texts stay as they are.
+    // Takes what the server has sent meanwhile, and starts one anew that has ended or hangs. Called often;
+    // between two calls the three texts stay as they are.
     virtual void Poll() = 0;
 };
 
