@@ -11,8 +11,8 @@ void SetAccessibleName(wxWindow& control, std::wstring_view name)
     if (!widget)
         return;
     const wxString text(name.data(), name.size());
-    // A control that scrolls is a frame around the one that has the focus.
-    if (GTK_IS_BIN(widget) && !GTK_IS_BUTTON(widget)) {
+    // A control that scrolls is a frame around the one that has the focus; a box that drops down is one control.
+    if (GTK_IS_BIN(widget) && !GTK_IS_BUTTON(widget) && !GTK_IS_COMBO_BOX(widget)) {
         if (GtkWidget* inner = gtk_bin_get_child(GTK_BIN(widget)))
             widget = inner;
     }
