@@ -12,6 +12,7 @@ voxtrel_system_library(voxtrel_accessible_source
   ${CMAKE_CURRENT_LIST_DIR}/atspi_description.cpp
   ${CMAKE_CURRENT_LIST_DIR}/atspi_source.cpp
   ${CMAKE_CURRENT_LIST_DIR}/x11_pointer.cpp
+  ${CMAKE_SOURCE_DIR}/platform/readable_text.cpp
 )
 target_include_directories(voxtrel_accessible_source SYSTEM PRIVATE ${ATSPI_INCLUDE_DIRS})
 target_link_libraries(voxtrel_accessible_source PUBLIC voxtrel_settings PRIVATE PkgConfig::ACCESSIBLE_SOURCE)

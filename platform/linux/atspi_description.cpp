@@ -9,6 +9,7 @@
 
 #include "platform/linux/atspi_description.h"
 
+#include "platform/readable_text.h"
 #include "settings/number_conversions.h"
 #include "settings/text_case.h"
 
@@ -23,8 +24,7 @@
 namespace voxtrel::platform {
 namespace {
 
-constexpr int kMaxText = 4000; // characters
-constexpr std::size_t kMaxLine = 500;
+constexpr int kTextAtMost = kLongestText;
 constexpr std::size_t kLettersDepth = 3;
 constexpr std::size_t kMaxAncestors = 40;
 
@@ -93,25 +93,9 @@ std::string WithoutMarkup(const std::string& text)
     return plain;
 }
 
-// A text fit to be spoken: no control characters, no stand-ins for embedded objects, line ends as CR LF,
-// nothing blank around it.
 std::wstring Clean(const std::string& bytes, std::size_t most)
 {
-    constexpr wchar_t kEmbeddedObject = 0xFFFC;
-    std::wstring clean;
-    for (const wchar_t c : settings::FromUtf8(bytes)) {
-        if (c == L'\n')
-            clean += L"\r\n";
-        else if (c >= L' ' && c != 0x7F && c != kEmbeddedObject)
-            clean += c;
-        else if (c == L'\t')
-            clean += L' ';
-    }
-    constexpr std::wstring_view kBlank = L" \r\n\u00A0";
-    clean.erase(0, std::min(clean.find_first_not_of(kBlank), clean.size()));
-    clean.resize(std::min(clean.size(), most));
-    clean.resize(clean.find_last_not_of(kBlank) + 1);
-    return clean;
+    return ReadableText(settings::FromUtf8(bytes), most);
 }
 
 std::wstring NameOfRow(const AtspiAccessible& cell)
@@ -120,7 +104,7 @@ std::wstring NameOfRow(const AtspiAccessible& cell)
     if (!table || !table->Implements(atspi::kTable))
         return {};
     for (const AtspiAccessible& other : table->RowOf(cell.IndexInParent())) {
-        if (std::wstring name = Clean(other.Name(), kMaxText); !name.empty())
+        if (std::wstring name = Clean(other.Name(), kLongestText); !name.empty())
             return name;
     }
     return {};
@@ -129,15 +113,15 @@ std::wstring NameOfRow(const AtspiAccessible& cell)
 // Names in the order in which they are asked for; see the head of the file.
 std::wstring NameOf(const AtspiAccessible& object, AtspiRole role, ScreenPoint point)
 {
-    std::wstring name = Clean(object.Name(), kMaxText);
+    std::wstring name = Clean(object.Name(), kLongestText);
     if (name.empty()) {
         if (const auto label = object.Label())
-            name = Clean(label->Name(), kMaxText);
+            name = Clean(label->Name(), kLongestText);
     }
     if (name.empty())
-        name = Clean(WithoutMarkup(object.Description()), kMaxText);
+        name = Clean(WithoutMarkup(object.Description()), kLongestText);
     if (name.empty() && role != ATSPI_ROLE_PASSWORD_TEXT && object.Implements(atspi::kText))
-        name = Clean(object.LineAt(point), kMaxLine);
+        name = Clean(object.LineAt(point), kLongestLine);
     if (name.empty() && role == ATSPI_ROLE_TABLE_CELL)
         name = NameOfRow(object);
     return name;
@@ -169,9 +153,9 @@ std::wstring SelectedItem(const AtspiAccessible& combo)
         !children.empty() && children.front().Implements(atspi::kSelection))
         selected = children.front().SelectedChild();
     if (selected)
-        return Clean(selected->Name(), kMaxText);
+        return Clean(selected->Name(), kLongestText);
     if (combo.Implements(atspi::kText))
-        return Clean(combo.Text(kMaxText), kMaxText);
+        return Clean(combo.Text(kTextAtMost), kLongestText);
     return {};
 }
 
@@ -191,7 +175,7 @@ std::wstring ValueOf(const AtspiAccessible& object, AtspiRole role)
     }
     const bool field = IsOneOf(role, kTexts) || object.Implements(atspi::kEditableText);
     if (field && object.Implements(atspi::kText))
-        return Clean(object.Text(kMaxText), kMaxText);
+        return Clean(object.Text(kTextAtMost), kLongestText);
     return {};
 }
 
@@ -233,8 +217,8 @@ std::size_t WrittenOn(Ancestry& ancestry, ScreenPoint point)
             return 0;
         if (up > 0 && IsOneOf(member->role, kWrittenOn)) {
             // A page of a tabbed dialog lies within its tab and still is not its caption.
-            const bool named =
-                member->object.Extents().Contains(point) && !Clean(member->object.Name(), kMaxText).empty();
+            const bool named = member->object.Extents().Contains(point) &&
+                               !Clean(member->object.Name(), kLongestText).empty();
             return named ? up : 0;
         }
         if (!IsOneOf(member->role, kLetters) || member->object.Implements(atspi::kEditableText))
@@ -287,11 +271,11 @@ AccessibleObject Describe(const AtspiAccessible& deepest, ScreenPoint point)
         std::wstring name = NameOf(object, role, point);
         // A password field without any name is still worth a word.
         if (name.empty() && role == ATSPI_ROLE_PASSWORD_TEXT)
-            name = Clean(object.RoleName(), kMaxText);
+            name = Clean(object.RoleName(), kLongestText);
         if (name.empty())
             continue;
         return {.name = std::move(name),
-                .role = Clean(object.RoleName(), kMaxLine),
+                .role = Clean(object.RoleName(), kLongestLine),
                 .value = ValueOf(object, role),
                 .state = StateOf(object, role)};
     }
