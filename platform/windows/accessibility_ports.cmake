@@ -4,6 +4,7 @@ voxtrel_system_library(voxtrel_server_process ${CMAKE_CURRENT_LIST_DIR}/pipe_ser
 
 voxtrel_system_library(voxtrel_accessible_source
   ${CMAKE_CURRENT_LIST_DIR}/msaa_query.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/standard_control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/uia_query.cpp
   ${CMAKE_CURRENT_LIST_DIR}/windows_accessible_source.cpp
   ${CMAKE_SOURCE_DIR}/platform/readable_text.cpp

@@ -132,7 +132,7 @@ SwitchState StateFrom(long role, long states)
 
 } // namespace
 
-AccessibleObject MsaaObjectAt(ScreenPoint point)
+MsaaAnswer MsaaObjectAt(ScreenPoint point)
 {
     const POINT there{point.x, point.y};
     MsaaObject first;
@@ -152,11 +152,16 @@ AccessibleObject MsaaObjectAt(ScreenPoint point)
         // A password field without any name is still worth a word.
         if (name.empty() && password)
             name = role.text;
-        if (!name.empty())
-            return {.name = std::move(name),
-                    .role = std::move(role.text),
-                    .value = password ? std::wstring() : TextOf(*object, &IAccessible::get_accValue),
-                    .state = StateFrom(role.number, states.Number(0))};
+        if (!name.empty()) {
+            const bool window = role.number == ROLE_SYSTEM_CLIENT || role.number == ROLE_SYSTEM_WINDOW;
+            return {
+                .object = {.name = std::move(name),
+                           .role = std::move(role.text),
+                           .value = password ? std::wstring() : TextOf(*object, &IAccessible::get_accValue),
+                           .state = StateFrom(role.number, states.Number(0))},
+                .deepest = up == 0,
+                .kindKnown = !window};
+        }
         object = ParentOf(*object);
     }
     return {};

@@ -1,6 +1,7 @@
 #include "platform/accessible_source.h"
 
 #include "platform/windows/msaa_query.h"
+#include "platform/windows/standard_control.h"
 #include "platform/windows/uia_query.h"
 #include "platform/windows/windows_headers.h"
 
@@ -49,7 +50,7 @@ public:
         const HWND window = WindowFromPoint({point.x, point.y});
         if (!window || window == GetDesktopWindow() || IsOurCharacter(window))
             return AccessibleObject{};
-        // Neither of the two queries knows a deadline: a window that does not answer a message is not asked.
+        // None of the queries knows a deadline: a window that does not answer a message is not asked.
         DWORD_PTR result = 0;
         SetLastError(ERROR_SUCCESS);
         if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, static_cast<UINT>(deadline.count()),
@@ -58,7 +59,16 @@ public:
             return std::nullopt;
         if (auto object = uia_.ObjectAt(point))
             return object;
-        return MsaaObjectAt(point);
+        MsaaAnswer answer = MsaaObjectAt(point);
+        if (answer.deepest && answer.kindKnown)
+            return std::move(answer.object);
+        auto control = StandardControlAt(window, point);
+        if (!control)
+            return std::move(answer.object);
+        // The name that its program has given it is better than its caption.
+        if (answer.deepest && !control->isItem)
+            control->object.name = std::move(answer.object.name);
+        return control->object.name.empty() ? std::move(answer.object) : std::move(control->object);
     }
 
 private:
