@@ -177,7 +177,7 @@ class Objects(ScreenReading):
             self.move_to(thing["x"], thing["y"])
             self.wait_spoken(program, f"{thing['name']} {self.kind(thing)}", since)
             self.move_to(thing["x"] + 5, thing["y"] + 2)
-            time.sleep(1.5)  # more than the server needs to look again
+            time.sleep(1.5)  # the server looks again twice
             self.assertEqual(len(program.events("object")), since + 1)
 
     @unittest.skipIf(WINDOWS, "Wine does not show this")
