@@ -24,9 +24,12 @@ public:
     // does not is asked more seldom.
     void Looked(bool answered, TimePoint now);
 
+    bool RestsLong(TimePoint now) const { return place_ && now - since_ > kLongRest; }
+
     // A hand that trembles does not move the pointer.
     static constexpr int kTremble = 3; // pixels
     static constexpr std::chrono::milliseconds kRest{40};
+    static constexpr std::chrono::milliseconds kLongRest{1500};
 
     // Each pause before another look at the same place is twice as long as the one before. The first is
     // short: some programs begin to arrange an answer when they are first asked.
