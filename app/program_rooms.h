@@ -35,8 +35,7 @@ public:
     // What is handed in outlives the rooms. DoEvents handles what is waiting in the event queue, once.
     ProgramRooms(const RoomServices& services, std::function<void()> DoEvents);
 
-    platform::DesktopReach Reach() const { return ports_.reach; }
-
+    platform::DesktopReach Reach() const override { return ports_.reach; }
     void LoadHotKeys() override;
     void UpdateTargetWindow() override;
     void PollHotKeys() override;

@@ -104,6 +104,7 @@ class FakeRooms final : public Rooms {
 public:
     explicit FakeRooms(CallLog& log) : log_(log) {}
 
+    platform::DesktopReach Reach() const override { return reach; }
     void LoadHotKeys() override { log_.Add(L"LoadHotKeys"); }
     void UpdateTargetWindow() override { log_.Add(L"UpdateTargetWindow"); }
     void PollHotKeys() override { log_.Add(L"PollHotKeys"); }
@@ -126,6 +127,7 @@ public:
     }
 
     bool closes = false;
+    platform::DesktopReach reach = platform::DesktopReach::Everything;
 
 private:
     CallLog& log_;
@@ -137,7 +139,8 @@ class MainTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        for (const int number : {1000, 1002, 1004, 1006, 1008, 1010, 1011, 1012, 1101, 1102, 1103})
+        for (const int number :
+             {1000, 1002, 1004, 1006, 1008, 1010, 1011, 1012, 1021, 1022, 1101, 1102, 1103})
             strings.Set(number, L"text " + std::to_wstring(number));
     }
 
@@ -249,6 +252,24 @@ TEST_F(MainTest, ReadsTheRoleStringOfTheReader)
     backend.Write(L"orvella_reader", L"agent", L"rolestring", L"roles");
     main.Form_Load();
     EXPECT_EQ(main.rolestring, L"roles");
+}
+
+TEST_F(MainTest, SaysAtStartWhatCannotBeReachedOnThisDesktop)
+{
+    for (const auto& [reach, text] : {std::pair(platform::DesktopReach::X11ProgramsOnly, L"text 1021"),
+                                      std::pair(platform::DesktopReach::Nothing, L"text 1022")}) {
+        shared.PendingSpeech.clear();
+        control.Unload(L"Genie");
+        rooms.reach = reach;
+        Run();
+        EXPECT_NE(shared.PendingSpeech.find(text), std::wstring::npos) << shared.PendingSpeech;
+    }
+}
+
+TEST_F(MainTest, SaysNothingAtStartWhereEverythingCanBeReached)
+{
+    Run();
+    EXPECT_TRUE(shared.PendingSpeech.empty());
 }
 
 TEST_F(MainTest, GeneralTickRefreshesTheTargetThenPollsTheKeys)
