@@ -76,7 +76,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.
 windows_packages=(
-  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev
+  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev libutf8proc-dev
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64
 )
 fuzz_packages=(clang-14 clang libclang-rt-14-dev)

@@ -3,11 +3,12 @@
 import os
 import resource
 import socket
+import subprocess
 import time
 import unittest
 
 import harness
-from harness import Scenario, WINDOWS, wait_for
+from harness import PATIENCE, Scenario, WINDOWS, wait_for, wine
 
 # Seconds: a user notices when nothing happens for longer.
 PROMPT = 0.5
@@ -102,6 +103,72 @@ class HostileSocketClients(Scenario):
         for _ in range(1000):
             self.assertEqual(self.send(b"9:nothing")[0], b"ok\n")
         wait_for(lambda: len(self.program.events("command")) == 1000, "all commands")
+
+
+@unittest.skipUnless(WINDOWS, "there is no DDE elsewhere")
+class DdeClients(Scenario):
+    CLIENT = os.path.join(os.environ.get("VOXTREL_E2E_PROGRAMS", ""), "voxtrel_dde_client.exe")
+
+    def setUp(self):
+        super().setUp()
+        self.program = self.start_and_wait()
+
+    def client(self, *arguments):
+        """The lines that the client prints."""
+        done = subprocess.run(wine(self.CLIENT, *arguments), env=self.home.environment(self.display.environment),
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=PATIENCE)
+        return done.stdout.decode().split("\r\n")[:-1]
+
+    def commands(self):
+        return [event["text"] for event in self.program.events("command")]
+
+    def expect_commands(self, *texts):
+        wait_for(lambda: len(self.commands()) >= len(texts), "the commands")
+        self.assertEqual(self.commands(), list(texts))
+
+    def test_commands_in_both_character_sets(self):
+        # Wine takes a Unicode text with letters beyond Latin-1 for one in the code page, and cuts it at its first zero.
+        self.assertEqual(self.client("voxtrel", "speech", "1: Grüße "), ["ok"])
+        self.assertEqual(self.client("--ansi", "VOXTREL", "Speech", "1:in the code page, naïve"), ["ok"])
+        self.expect_commands("1: Grüße ", "1:in the code page, naïve")
+        self.program.wait_event("speak", lambda event: "naïve" in event["markup"])
+
+    def test_whatever_is_sent_is_acknowledged(self):
+        texts = ["", "1", "1:", "2:", "7:seven", "x:", "hello"]
+        self.assertEqual(self.client("voxtrel", "speech", *texts), ["ok"] * len(texts))
+        self.assertEqual(self.client("--ansi", "voxtrel", "speech", *texts), ["ok"] * len(texts))
+        self.expect_commands(*texts, *texts)
+        self.assertFalse(self.program.events("speak"))
+
+    def test_other_topics_have_no_conversation(self):
+        self.assertRegex(self.client("voxtrel", "system")[0], "no conversation")
+
+    def test_bytes_that_are_no_text(self):
+        texts = ["ff", "313aff", "313a00d8", "31003a0000d8ff", "00" * 9, "313a" + bytes(range(256)).hex() * 20]
+        self.assertEqual(self.client("--hex", "voxtrel", "speech", *texts), ["ok"] * len(texts))
+        self.assertEqual(self.client("--ansi", "--hex", "voxtrel", "speech", *texts), ["ok"] * len(texts))
+        self.expect_still_there()
+
+    def test_a_megabyte(self):
+        self.assertEqual(self.client("--pad", "1000000", "voxtrel", "speech", "1:"), ["ok"])
+        wait_for(lambda: len(self.commands()) == 1, "the command")
+        self.assertEqual(len(self.commands()[0]), 1_000_002)
+        self.expect_still_there()
+
+    def test_a_client_with_many_conversations_that_never_disconnects(self):
+        client = subprocess.Popen(wine(self.CLIENT, "--conversations", "1000", "--stay", "voxtrel", "speech", "1:one"),
+                                  env=self.home.environment(self.display.environment), stdin=subprocess.PIPE,
+                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.addCleanup(client.communicate)
+        self.assertEqual(client.stdout.readline(), b"ok\r\n")
+        self.assertEqual(client.stdout.readline(), b"staying\r\n")
+        self.expect_still_there()
+        self.assertEqual(self.client("voxtrel", "speech", "4:"), ["ok"])
+        self.program.wait_event("unload")
+
+    def expect_still_there(self):
+        self.assertEqual(self.client("voxtrel", "speech", "1:still here"), ["ok"])
+        self.program.wait_event("speak", lambda event: "still here" in event["markup"])
 
 
 if __name__ == "__main__":
