@@ -156,7 +156,7 @@ class DdeClients(Scenario):
         self.expect_still_there()
 
     def test_a_client_with_many_conversations_that_never_disconnects(self):
-        client = subprocess.Popen(wine(self.CLIENT, "--conversations", "1000", "--stay", "voxtrel", "speech", "1:one"),
+        client = subprocess.Popen(wine(self.CLIENT, "--conversations", "200", "--stay", "voxtrel", "speech", "1:one"),
                                   env=self.home.environment(self.display.environment), stdin=subprocess.PIPE,
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         self.addCleanup(client.communicate)

@@ -2,8 +2,8 @@
 //
 //   dde_client [OPTION]... SERVICE TOPIC [COMMAND]...
 //
-// Prints a line for each command: "ok", or "refused" and the library's error number; "no conversation N" and
-// exit code 1 when there is none.
+// Prints a line for each command: "ok", or "refused" and the library's error number; "no conversation N:
+// ERROR" and exit code 1 when the Nth cannot be opened.
 //
 //   --ansi             sends the commands in the system's code page, not as Unicode
 //   --hex              the commands are bytes, written in hexadecimal digits
@@ -18,8 +18,10 @@
 
 #include <cstdio>
 #include <cwchar>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -128,6 +130,21 @@ private:
     DWORD instance_ = 0;
 };
 
+// Answers its messages meanwhile: other clients ask every window for a server.
+void Stay()
+{
+    std::printf("staying\n");
+    std::fflush(stdout);
+    std::thread([main = GetCurrentThreadId()] {
+        while (std::getchar() != EOF) {
+        }
+        PostThreadMessageW(main, WM_QUIT, 0, 0);
+    }).detach();
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0)
+        DispatchMessageW(&message);
+}
+
 } // namespace
 
 int main()
@@ -135,26 +152,25 @@ int main()
     const Options options = ReadOptions();
     if (options.rest.size() < 2)
         return 2;
-    const Dde dde(options.ansi);
+    // Wine lets an instance of the library have one conversation with a server.
+    std::vector<std::unique_ptr<Dde>> instances;
     HCONV conversation = nullptr;
     for (int i = 0; i < options.conversations; ++i) {
-        conversation = dde.Connect(options.rest[0], options.rest[1]);
+        instances.push_back(std::make_unique<Dde>(options.ansi));
+        conversation = instances.back()->Connect(options.rest[0], options.rest[1]);
         if (conversation == nullptr) {
-            std::printf("no conversation %u\n", dde.LastError());
+            std::printf("no conversation %d: %u\n", i + 1, instances.back()->LastError());
             return 1;
         }
     }
+    const Dde& dde = *instances.back();
     for (std::size_t i = 2; i < options.rest.size(); ++i) {
         if (dde.Execute(conversation, BytesOf(options, options.rest[i])))
             std::printf("ok\n");
         else
             std::printf("refused %u\n", dde.LastError());
     }
-    if (options.stay) {
-        std::printf("staying\n");
-        std::fflush(stdout);
-        while (std::getchar() != EOF) {
-        }
-    }
+    if (options.stay)
+        Stay();
     return 0;
 }
