@@ -42,9 +42,11 @@ def find(role=None, name=None, under=None):
 
 
 def place(accessible):
-    """The middle of the object on the screen, in pixels."""
-    box = accessible.get_extents(Atspi.CoordType.SCREEN)
-    return box.x + box.width // 2, box.y + box.height // 2
+    """The middle of the object on the screen, in pixels; None while it is not to be seen."""
+    if not guarded(accessible.get_state_set).contains(Atspi.StateType.SHOWING):
+        return None
+    box = guarded(accessible.get_extents, Atspi.CoordType.SCREEN)
+    return (box.x + box.width // 2, box.y + box.height // 2) if box.width > 1 else None
 
 
 def text(accessible):

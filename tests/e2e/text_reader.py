@@ -68,8 +68,15 @@ class ReaderScenario(Scenario):
         self.display.run("xdotool", "key", "--clearmodifiers", *keys)
 
     def press(self, label):
-        button = wait_for(lambda: accessible.find(name=label), label)
-        x, y = accessible.place(button)
+        """Clicks on what has that name once it stands still on the screen."""
+        seen = []
+
+        def at_rest():
+            button = accessible.find(name=label)
+            seen.append(button and accessible.place(button))
+            return len(seen) > 1 and seen[-1] == seen[-2] and seen[-1]
+
+        x, y = wait_for(at_rest, label)
         self.display.run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
     def colored_words(self):
