@@ -69,6 +69,8 @@ private:
         auto* bare = new wxTextCtrl(&frame, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                                     wxTE_MULTILINE | wxTE_RICH2);
         WxRichTextBox box(&frame, [](const TextEdit&) {});
+        bare->SetSize(frame.GetClientSize());
+        box.Control().SetSize(frame.GetClientSize());
         std::vector<double> bareTimes;
         std::vector<double> ourTimes;
         for (int i = 0; i < 3; ++i) {
