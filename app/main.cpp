@@ -192,7 +192,6 @@ void Main::Form_Unload()
 
 void Main::Bookmark(std::int32_t number)
 {
-    services_.trace.Write("bookmark", {{"number", std::int64_t{number}}});
     if (!services_.shared.TextReaderOpen)
         return;
     if (number != kEndOfText)

@@ -452,5 +452,20 @@ TEST(Trace, WritesOneJsonObjectALine)
     EXPECT_FALSE(std::getline(stream, line));
 }
 
+TEST(Trace, WritesTheBeginningAndTheLengthOfALongText)
+{
+    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "voxtrel-long-trace-test.json";
+    {
+        Trace trace;
+        ASSERT_TRUE(trace.Open(settings::FromPath(file)));
+        trace.Write("speak", {{"markup", std::wstring_view(std::wstring(5000, L'a'))}});
+    }
+    std::ifstream stream(file);
+    std::string line;
+    std::getline(stream, line);
+    EXPECT_LT(line.size(), 4200U);
+    EXPECT_NE(line.find("aaa... (5000 characters)\"}"), std::string::npos) << line;
+}
+
 } // namespace
 } // namespace voxtrel::app
