@@ -4,9 +4,11 @@
 #include "app/trace.h"
 #include "hotkeys/hot_key_table.h"
 #include "hotkeys/selection.h"
+#include "platform/accessibility.h"
 #include "platform/desktop.h"
 #include "platform/messages.h"
 #include "platform/selection_ports.h"
+#include "screenreading/screen_reader.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
 #include "settings/shared_settings.h"
@@ -15,6 +17,8 @@
 #include "textreader/view/text_reader_room.h"
 
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace voxtrel::app {
 
@@ -26,14 +30,21 @@ struct RoomServices {
     const settings::ProgramFolder& folder;
     platform::Desktop& desktop;
     platform::Messages& messages;
+    platform::OVAccessibility& access;
     Trace& trace;
 };
 
 // The rooms of the program as they are built.
 class ProgramRooms final : public Rooms {
 public:
-    // What is handed in outlives the rooms. DoEvents handles what is waiting in the event queue, once.
-    ProgramRooms(const RoomServices& services, std::function<void()> DoEvents);
+    // What the rooms do on the main window.
+    struct OnMainWindow {
+        std::function<void()> DoEvents; // handles what is waiting in the event queue, once
+        std::function<void(std::wstring_view)> SetLabel1;
+    };
+
+    // What is handed in outlives the rooms.
+    ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow);
 
     platform::DesktopReach Reach() const override { return ports_.reach; }
     void LoadHotKeys() override;
@@ -41,6 +52,7 @@ public:
     void PollHotKeys() override;
     void SpeakSelected() override;
     void ReadSelected() override;
+    void ReadScreen() override;
     bool ReadInTextReader(const std::wstring& text) override;
     void OpenInTextReader() override;
     void UnloadTextReader() override;
@@ -55,6 +67,7 @@ private:
     platform::SelectionPorts ports_;
     hotkeys::HotKeyTable hotKeys_;
     hotkeys::Selection selection_;
+    screenreading::ScreenReader screenReader_;
     textreader::TextReaderRoom textReader_;
 };
 
