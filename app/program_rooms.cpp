@@ -34,7 +34,17 @@ ProgramRooms::ProgramRooms(const RoomServices& services, std::function<void()> D
                    .messages = services.messages,
                    .iconFolder = services.folder.Beside(L"icons"),
                    .showOptions = [this] { ShowOptions(); },
-                   .unloaded = {}})
+                   .unloaded = {}}),
+      options_({.store = services.store,
+                .shared = services.shared,
+                .strings = services.strings,
+                .folder = services.folder,
+                .desktop = services.desktop,
+                .messages = services.messages,
+                .access = services.access,
+                .hotKeys = hotKeys_,
+                .iconFolder = services.folder.Beside(L"icons"),
+                .helpFile = services.helpFile})
 {
 }
 
@@ -47,6 +57,14 @@ void ProgramRooms::PollHotKeys() { hotkeys::PollHotKeys(hotKeys_, *ports_.keyboa
 void ProgramRooms::SpeakSelected() { selection_.SpeakSelected(); }
 
 void ProgramRooms::ReadSelected() { selection_.ReadSelected(); }
+
+void ProgramRooms::ShowOptions()
+{
+    if (agent1_ != nullptr)
+        options_.ShowOptions(*agent1_);
+}
+
+void ProgramRooms::UnloadOptions() { options_.UnloadOptions(); }
 
 bool ProgramRooms::ReadInTextReader(const std::wstring& text)
 {

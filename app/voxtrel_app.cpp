@@ -80,7 +80,8 @@ struct VoxtrelApp::House {
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()),
           frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
-          rooms({store, shared, strings, folder, *desktop, messages, trace}, [this] { frame->DoEvents(); })
+          rooms({store, shared, strings, folder, *desktop, messages, access, trace, [this] { return frame->HelpFile(); }},
+                [this] { frame->DoEvents(); })
     {
     }
 
@@ -89,7 +90,9 @@ struct VoxtrelApp::House {
     {
         commands.reset();
         frame->Attach(nullptr);
+        rooms.UnloadOptions();
         rooms.UnloadTextReader(); // it silences its character
+        rooms.SetAgent(nullptr);
         agent1.reset();
         main.reset();
         frame->Destroy();
@@ -175,6 +178,7 @@ bool VoxtrelApp::OpenHouse()
         return false;
     }
     house.agent1 = MakeAgent();
+    house.rooms.SetAgent(house.agent1.get());
     house.main = std::make_unique<Main>(MainServices{
         house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop, house.messages,
         house.access, *instances_, *house.frame, house.rooms, house.trace});
