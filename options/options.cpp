@@ -84,8 +84,7 @@ Options::Options(const OptionsServices& services, OptionsForm& form)
 void Options::Form_Load()
 {
     form_.LocaliseForm(services_.strings);
-    form_.FillRolesList();
-    form_.ShowUseScreenReading();
+    form_.LoadScreenReadingPage();
     LoadHotKeyControls();
     LoadBalloonBoxes();
     LoadVoice();

@@ -39,9 +39,8 @@ public:
     virtual ~OptionsForm() = default;
 
     virtual void LocaliseForm(const settings::StringTable& table) = 0;
-    // The screen-reading page: its list of roles, and its check box.
-    virtual void FillRolesList() = 0;
-    virtual void ShowUseScreenReading() = 0;
+    // The screen-reading page: its list of roles, then its check box.
+    virtual void LoadScreenReadingPage() = 0;
 
     // Nothing is selected without a place.
     virtual void FillDropDown(DropDown list, const std::vector<std::wstring>& entries,

@@ -239,9 +239,7 @@ void frmOptions::NameControls()
                                       controls_.hotkeycheck[i]->GetLabelText().ToStdWstring()));
 }
 
-void frmOptions::FillRolesList() {}
-
-void frmOptions::ShowUseScreenReading() {}
+void frmOptions::LoadScreenReadingPage() {}
 
 void frmOptions::FillDropDown(DropDown list, const std::vector<std::wstring>& entries,
                               std::optional<std::size_t> selected)

@@ -33,8 +33,7 @@ public:
 
 private:
     void LocaliseForm(const settings::StringTable& table) override;
-    void FillRolesList() override;
-    void ShowUseScreenReading() override;
+    void LoadScreenReadingPage() override;
     void FillDropDown(DropDown list, const std::vector<std::wstring>& entries,
                       std::optional<std::size_t> selected) override;
     void SelectEntry(DropDown list, std::optional<std::size_t> selected) override;
