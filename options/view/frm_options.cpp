@@ -43,6 +43,10 @@ constexpr PageDesign kPages[] = {
 
 constexpr int kIconSizes[] = {16, 24, 32, 48};
 
+// Device-independent pixels.
+constexpr int kRoomBesideTabText = 40;
+constexpr int kRoomBelowPages = 24; // themes have tabs that are higher than wx knows
+
 // wx counts places with numbers of its own.
 int PlaceOrNone(std::optional<std::size_t> place) { return place ? static_cast<int>(*place) : wxNOT_FOUND; }
 
@@ -223,7 +227,13 @@ void frmOptions::LocaliseForm(const settings::StringTable& table)
     for (std::size_t page = 0; page < tabNumbers_.size(); ++page) {
         if (const auto text = table.Find(tabNumbers_[page]))
             tabs_->SetPageText(page, wxString(*text));
+        // A page that is not seen yet has its controls in the sizes of their designed texts.
+        tabs_->GetPage(page)->SetSize(tabs_->GetPage(page)->GetBestSize());
+        tabs_->GetPage(page)->Layout();
     }
+    // wx measures a drop-down list before it has the font of the screen.
+    for (wxChoice* list : controls_.hotkeycombo)
+        list->InvalidateBestSize();
     controls_.preview->SetSample(Text(numbers::kBalloonSample));
     NameControls();
 }
@@ -330,9 +340,21 @@ PronunciationTexts frmOptions::Pronunciation() const
             controls_.txtSpeak[1]->GetValue().ToStdWstring()};
 }
 
+// One word more or less does not make a long list anew.
 void frmOptions::FillPronunciations(const std::vector<std::wstring>& written)
 {
-    controls_.List1->Set(ToWx(written));
+    wxListBox& list = *controls_.List1;
+    const auto [shownEnd, writtenEnd] =
+        std::mismatch(listed_.begin(), listed_.end(), written.begin(), written.end());
+    const auto same = static_cast<std::size_t>(shownEnd - listed_.begin());
+    if (shownEnd == listed_.end() && written.end() - writtenEnd == 1)
+        list.Append(wxString(written.back()));
+    else if (shownEnd != listed_.end() && std::equal(shownEnd + 1, listed_.end(), writtenEnd, written.end()))
+        list.Delete(static_cast<unsigned>(same));
+    else if (listed_ != written)
+        list.Set(ToWx(written));
+    list.SetSelection(wxNOT_FOUND);
+    listed_ = written;
 }
 
 std::optional<std::size_t> frmOptions::SelectedPronunciation() const
@@ -362,8 +384,19 @@ void frmOptions::OpenHelp()
             settings::FormatResString(services_.options.strings.Text(numbers::kNoManual), manual));
 }
 
+// Tabs that have no room would be scrolled.
+int frmOptions::WidthOfTabs() const
+{
+    int width = 0;
+    for (std::size_t page = 0; page < tabs_->GetPageCount(); ++page)
+        width += tabs_->GetTextExtent(tabs_->GetPageText(page)).x + FromDIP(kRoomBesideTabText);
+    return width;
+}
+
 void frmOptions::CentreOnScreen()
 {
+    tabs_->SetMinSize(wxSize(std::max(WidthOfTabs(), tabs_->GetBestSize().x),
+                             tabs_->GetBestSize().y + FromDIP(kRoomBelowPages)));
     GetSizer()->SetSizeHints(this);
     Centre(wxBOTH | wxCENTRE_ON_SCREEN);
 }

@@ -65,6 +65,7 @@ private:
     void BindHandlers();
     void BindPronunciations();
     void NameControls();
+    int WidthOfTabs() const;
     void EnableChosenPage();
     void EnablePronunciationButtons();
     void ImportFromFile();
@@ -105,7 +106,8 @@ private:
     wxButton* ok_but_ = nullptr;
     wxButton* cancel_but_ = nullptr;
     wxButton* Command1_ = nullptr;
-    std::vector<int> tabNumbers_; // of the pages' texts
+    std::vector<int> tabNumbers_;      // of the pages' texts
+    std::vector<std::wstring> listed_; // what List1 holds
     bool unloading_ = false;
     int handling_ = 0;
 
