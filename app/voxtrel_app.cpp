@@ -134,8 +134,9 @@ std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
             trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
         };
     }
+    const auto menu = [frame = house_->frame](wxWindow&, const wxPoint&) { frame->PopupMenuOfCharacter(); };
     return agent::stage::MakeEmbeddedControl(agent::speech::MakeSpeechEngine(std::move(speech)),
-                                             agent::view::MakeStageView({}), stage);
+                                             agent::view::MakeStageView({.menu = menu}), stage);
 }
 
 bool VoxtrelApp::OnInit()

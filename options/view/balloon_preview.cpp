@@ -66,6 +66,7 @@ wxArrayString WrappedLines(const wxDC& dc, const wxString& text, int width)
 BalloonPreview::BalloonPreview(wxWindow* parent)
     : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxFULL_REPAINT_ON_RESIZE), font_(GetFont())
 {
+    SetCanFocus(false);
     Bind(wxEVT_PAINT, &BalloonPreview::OnPaint, this);
 }
 

@@ -1,7 +1,6 @@
 #include "options/view/page_layout.h"
 
 #include "options/view/options_controls.h"
-#include "platform/control_label.h"
 #include "settings/view/wx_form.h"
 
 #include <wx/button.h>
@@ -74,18 +73,14 @@ wxFlexGridSizer* MakeRows(const wxWindow& window, int columns)
     return rows;
 }
 
-Labelled Label(wxStaticText& label, wxWindow& control)
-{
-    platform::LabelControl(label, control);
-    return {&label, &control};
-}
-
 Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, wxWindow* control)
 {
     wxStaticText* const label = MakeLabel(parent, design);
+    // A text is the label of the control that follows it.
+    label->MoveBeforeInTabOrder(control);
     rows.Add(label, wxSizerFlags().CenterVertical());
     rows.Add(control, wxSizerFlags(1).Expand());
-    return Label(*label, *control);
+    return {label, control};
 }
 
 void AddOptionGroup(wxStaticBoxSizer& sizer, OptionsControls& controls, OptionGroup group, const char* name,

@@ -31,9 +31,7 @@ struct Labelled {
     wxStaticText* label;
     wxWindow* control;
 };
-// Ties a label to its control, which its mnemonic reaches.
-Labelled Label(wxStaticText& label, wxWindow& control);
-// Adds a control with a label of its own.
+// Adds a control with its label, whose mnemonic reaches it.
 Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, wxWindow* control);
 
 } // namespace voxtrel::options

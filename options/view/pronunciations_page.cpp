@@ -21,7 +21,7 @@ wxSizer* MakeList(wxWindow* page, OptionsControls& controls)
     controls.List1->SetName("List1");
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, Gap(*page)));
     column->Add(controls.List1, wxSizerFlags(1).Expand());
-    controls.labelled.push_back(Label(*label, *controls.List1));
+    controls.labelled.push_back({label, controls.List1});
     return column;
 }
 
@@ -60,11 +60,11 @@ wxPanel* MakePronunciationsPage(wxWindow* tabs, OptionsControls& controls)
 {
     auto* page = new wxPanel(tabs);
     const int gap = GroupGap(*page);
+    auto* halves = new wxBoxSizer(wxHORIZONTAL);
+    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand());
     auto* editing = new wxBoxSizer(wxVERTICAL);
     editing->Add(MakeTexts(page, controls), wxSizerFlags().Expand());
     editing->Add(MakeButtons(page, controls), wxSizerFlags().Expand().Border(wxTOP, gap));
-    auto* halves = new wxBoxSizer(wxHORIZONTAL);
-    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand());
     halves->Add(editing, wxSizerFlags(1).Border(wxLEFT, gap));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakeLabel(page, "3996:Type a word and how it should sound, listen to it, and save it."),

@@ -49,9 +49,11 @@ wxSizer* MakeSliders(wxWindow* page, OptionsControls& controls)
         auto* slider = new ValueSlider(page, design.name, design.slider);
         slider->SetToolTip(design.toolTip);
         controls.sliders[index] = slider;
-        controls.labelled.push_back(AddRow(*rows, page, design.label, slider));
+        const Labelled row = AddRow(*rows, page, design.label, slider);
+        controls.labelled.push_back(row);
         auto* value = new wxStaticText(page, wxID_ANY, kWidestValue);
         value->SetName(design.labelName);
+        value->MoveBeforeInTabOrder(row.label); // so that it is no label of what follows
         controls.sliderLabels[index] = value;
         rows->Add(value, wxSizerFlags().CenterVertical());
     }
