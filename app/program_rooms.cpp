@@ -55,7 +55,17 @@ ProgramRooms::ProgramRooms(const RoomServices& services, const OnMainWindow& mai
                    .messages = services.messages,
                    .iconFolder = services.folder.Beside(L"icons"),
                    .showOptions = [this] { ShowOptions(); },
-                   .unloaded = {}})
+                   .unloaded = {}}),
+      options_({.store = services.store,
+                .shared = services.shared,
+                .strings = services.strings,
+                .folder = services.folder,
+                .desktop = services.desktop,
+                .messages = services.messages,
+                .access = services.access,
+                .hotKeys = hotKeys_,
+                .iconFolder = services.folder.Beside(L"icons"),
+                .helpFile = services.helpFile})
 {
 }
 
@@ -83,6 +93,14 @@ void ProgramRooms::ReadScreen()
     services_.access.Poll();
     screenReader_.Timer2_Timer();
 }
+
+void ProgramRooms::ShowOptions()
+{
+    if (agent1_ != nullptr)
+        options_.ShowOptions(*agent1_);
+}
+
+void ProgramRooms::UnloadOptions() { options_.UnloadOptions(); }
 
 bool ProgramRooms::ReadInTextReader(const std::wstring& text)
 {

@@ -4,6 +4,7 @@
 #include "app/trace.h"
 #include "hotkeys/hot_key_table.h"
 #include "hotkeys/selection.h"
+#include "options/view/options_room.h"
 #include "platform/accessibility.h"
 #include "platform/desktop.h"
 #include "platform/messages.h"
@@ -32,6 +33,7 @@ struct RoomServices {
     platform::Messages& messages;
     platform::OVAccessibility& access;
     Trace& trace;
+    std::function<std::wstring()> helpFile; // the one that start-up has set
 };
 
 // The rooms of the program as they are built.
@@ -47,12 +49,18 @@ public:
     ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow);
 
     platform::DesktopReach Reach() const override { return ports_.reach; }
+    // The options change the character through this; until it is given there are no options to show. It outlives the
+    // dialog; null takes it away.
+    void SetAgent(agent::Control* agent1) { agent1_ = agent1; }
+
     void LoadHotKeys() override;
     void UpdateTargetWindow() override;
     void PollHotKeys() override;
     void SpeakSelected() override;
     void ReadSelected() override;
     void ReadScreen() override;
+    void ShowOptions() override;
+    void UnloadOptions() override;
     bool ReadInTextReader(const std::wstring& text) override;
     void OpenInTextReader() override;
     void UnloadTextReader() override;
@@ -69,6 +77,8 @@ private:
     hotkeys::Selection selection_;
     screenreading::ScreenReader screenReader_;
     textreader::TextReaderRoom textReader_;
+    options::OptionsRoom options_;
+    agent::Control* agent1_ = nullptr;
 };
 
 } // namespace voxtrel::app

@@ -81,7 +81,7 @@ struct VoxtrelApp::House {
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
           access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
-          rooms({store, shared, strings, folder, *desktop, messages, access, trace},
+          rooms({store, shared, strings, folder, *desktop, messages, access, trace, [this] { return frame->HelpFile(); }},
                 {.DoEvents = [this] { frame->DoEvents(); },
                  .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); }})
     {
@@ -92,7 +92,9 @@ struct VoxtrelApp::House {
     {
         commands.reset();
         frame->Attach(nullptr);
+        rooms.UnloadOptions();
         rooms.UnloadTextReader(); // it silences its character
+        rooms.SetAgent(nullptr);
         agent1.reset();
         main.reset();
         frame->Destroy();
@@ -135,8 +137,9 @@ std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
             trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
         };
     }
+    const auto menu = [frame = house_->frame](wxWindow&, const wxPoint&) { frame->PopupMenuOfCharacter(); };
     return agent::stage::MakeEmbeddedControl(agent::speech::MakeSpeechEngine(std::move(speech)),
-                                             agent::view::MakeStageView({}), stage);
+                                             agent::view::MakeStageView({.menu = menu}), stage);
 }
 
 bool VoxtrelApp::OnInit()
@@ -179,6 +182,7 @@ bool VoxtrelApp::OpenHouse()
         return false;
     }
     house.agent1 = MakeAgent();
+    house.rooms.SetAgent(house.agent1.get());
     house.main = std::make_unique<Main>(
         MainServices{house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop,
                      house.messages, house.access, *instances_, *house.frame, house.rooms, house.trace});
