@@ -123,6 +123,17 @@ TEST_F(CompilerTest, TurnsPartsTogetherAboutTheirPivot)
     EXPECT_EQ(picture.At(19, 25), kNothing);
 }
 
+TEST_F(CompilerTest, TurnsAFigureRoundThroughAFrameInWhichNothingIsLeftOfIt)
+{
+    // Half way between 1 and -1 the sum is not exactly 0.
+    const CharacterFile character =
+        Compile("pose round { body scale -1,1 }\nanimation A {\nframe rest\ntween to round steps 4\n}\n");
+    const auto& frames = character.animations[0].frames;
+    ASSERT_EQ(frames.size(), 5u);
+    EXPECT_EQ(ComposeFrame(character, frames[2]).At(20, 20), kNothing);
+    EXPECT_EQ(ComposeFrame(character, frames[4]).At(20, 25), kRed);
+}
+
 TEST_F(CompilerTest, GivesASpeakingFrameItsSevenMouths)
 {
     const CharacterFile character =
