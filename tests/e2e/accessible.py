@@ -49,6 +49,14 @@ def place(accessible):
     return (box.x + box.width // 2, box.y + box.height // 2) if box.width > 1 else None
 
 
+def has_focus(window):
+    """Whether an object of the window has the keyboard."""
+    try:
+        return any(guarded(accessible.get_state_set).contains(Atspi.StateType.FOCUSED) for accessible in descendants(window))
+    except Gone:
+        return False
+
+
 def text(accessible):
     return accessible.get_text(0, -1) if hasattr(accessible, "get_text") else None
 

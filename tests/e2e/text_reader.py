@@ -58,7 +58,9 @@ class ReaderScenario(Scenario):
 
     def open_reader(self, text, *arguments, name="story.txt"):
         program = self.start_and_wait(self.write(name, text), *arguments)
-        self.box = wait_for(lambda: accessible.find("text", "Text"), "the text box")
+        self.window = wait_for(lambda: accessible.find("frame", "Text Reader"), "the Text Reader")
+        self.box = wait_for(lambda: accessible.find("text", "Text", self.window), "the text box")
+        wait_for(lambda: accessible.has_focus(self.window), "the keyboard in the Text Reader")
         return program
 
     def text(self):
@@ -68,11 +70,11 @@ class ReaderScenario(Scenario):
         self.display.run("xdotool", "key", "--clearmodifiers", *keys)
 
     def press(self, label):
-        """Clicks on what has that name once it stands still on the screen."""
+        """Clicks on what has that name in the Text Reader once it stands still on the screen."""
         seen = []
 
         def at_rest():
-            button = accessible.find(name=label)
+            button = accessible.find(name=label, under=self.window)
             seen.append(button and accessible.place(button))
             return len(seen) > 1 and seen[-1] == seen[-2] and seen[-1]
 
@@ -135,7 +137,7 @@ class ReadingAlong(ReaderScenario):
         self.wait_spoken(program, "Second one there.")
         self.keys("Up")
         self.keys("Escape")
-        wait_for(lambda: not accessible.find("text", "Text"), "the Text Reader to close")
+        wait_for(lambda: not accessible.find("frame", "Text Reader"), "the Text Reader to close")
         self.assertIsNone(program.process.poll())
 
     def test_word_mode_walks_by_word(self):
@@ -195,7 +197,7 @@ class Files(ReaderScenario):
         wait_for(lambda: accessible.find("alert"), "a message")
         self.keys("Return")
         wait_for(lambda: not accessible.find("alert"), "the message to go")
-        self.assertEqual(self.text(), "After the dialog.")
+        wait_for(lambda: self.text() == "After the dialog.", "the text from before")
 
     def choose(self, path):
         self.press("Open text")
