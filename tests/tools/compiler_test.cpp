@@ -179,6 +179,18 @@ TEST_F(CompilerTest, WhatItMakesIsReadBack)
     EXPECT_EQ(read.character.palette, character.palette);
 }
 
+TEST_F(CompilerTest, StoresSoundsFromFilesAndFromTones)
+{
+    Write("ding.wav", "RIFF and more");
+    const CharacterFile character = Compile("sound dong {\nbell 700 length 20\n}\n"
+                                            "animation A {\nframe rest sound ding.wav\n"
+                                            "frame left sound dong\nframe rest sound dong\n}\n");
+    ASSERT_EQ(character.sounds.size(), 2u);
+    EXPECT_EQ(std::string(character.sounds[0].begin(), character.sounds[0].end()), "RIFF and more");
+    EXPECT_EQ(character.sounds[1].size(), 44u + 2 * 3200);
+    EXPECT_EQ(character.animations[0].frames[2].sound, 1);
+}
+
 TEST_F(CompilerTest, TellsMistakesWithFileAndLine)
 {
     EXPECT_EQ(ErrorOf("size 40,40\npose a { b rotate 3 }\n"), "character.txt:2: no part is called 'b'");
