@@ -20,7 +20,7 @@ namespace voxtrel::acsc {
 
 namespace {
 
-constexpr int kOversampling = 4; // in each direction
+constexpr int kOversampling = 4;  // in each direction
 constexpr double kNothing = 1e-6; // the share of its area below which a part is not drawn
 
 template <auto Free> struct Deleter {
