@@ -175,6 +175,14 @@ class SelectionScenario(Scenario):
         if WINDOWS:
             self.open_first_editor(SENTENCE)
 
+    def click_button(self, number):
+        """One of the toolbar's five, counted from 1."""
+        window, _, width, height, _, _ = wait_for(
+            lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel" and found[2] > 60
+                          and self.display.is_viewable(found[0])), None), "the toolbar")
+        self.xdotool("mousemove", "--window", window, (2 * number - 1) * width // 10, height // 2)
+        self.xdotool("click", 1)
+
     # What the program said.
 
     def spoken(self, program):
@@ -305,10 +313,7 @@ class Toolbar(SelectionScenario):
         program = self.start_and_wait()
         _, window = self.open_first_editor(SENTENCE)
         program.wait_event("target", lambda event: event["window"] == window or WINDOWS)
-        toolbar = wait_for(lambda: next((found for found in self.display.windows() if found[1] == "Voxtrel"
-                                         and found[2] > 60 and self.display.is_viewable(found[0])), None), "the toolbar")
-        self.xdotool("mousemove", "--window", toolbar[0], 15, toolbar[3] // 2)
-        self.xdotool("click", 1)
+        self.click_button(1)
         wait_for(lambda: self.has_spoken(program, SENTENCE), "the selection to be spoken")
         self.expect_clipboard("mine")
         self.expect_in_front(window)
@@ -377,6 +382,10 @@ class RandomUse(SelectionScenario):
         end = time.monotonic() + SECONDS
         while time.monotonic() < end:
             self.bring_to_front(chance.choice(windows))
+            if chance.random() < 0.3:
+                # Speaks the selection, or stops.
+                self.click_button(chance.choice([1, 3]))
+                self.expect_clipboard(mine)
             keys = chance.sample(["F3", "F5", "F7"], chance.randint(1, 2))
             modifiers = ["Control_L"] + chance.choice([[], [], ["Shift_L"]])
             self.hold(*modifiers, *keys)
