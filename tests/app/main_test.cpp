@@ -259,7 +259,7 @@ TEST_F(MainTest, SaysAtStartWhatCannotBeReachedOnThisDesktop)
     for (const auto& [reach, text] : {std::pair(platform::DesktopReach::X11ProgramsOnly, L"text 1021"),
                                       std::pair(platform::DesktopReach::Nothing, L"text 1022")}) {
         shared.PendingSpeech.clear();
-        control.Unload(L"Genie");
+        agent::Ignore(control.Unload(L"Genie"));
         rooms.reach = reach;
         Run();
         EXPECT_NE(shared.PendingSpeech.find(text), std::wstring::npos) << shared.PendingSpeech;
