@@ -1,7 +1,7 @@
 """Drives the real program as a user would, on the display that tests/with-display gives, with a home folder of its
 own and the program's trace to wait on. Through Wine when VOXTREL_E2E_PROGRAM names an .exe."""
 
-import contextlib
+import atexit
 import json
 import os
 import re
@@ -151,16 +151,20 @@ class WineHome:
     """Keeps Wine's own programs running from the first test to the last: each start of them takes seconds, and they
     would hold on to the files of the program that they were started for."""
 
-    def __enter__(self):
-        self.sitter = subprocess.Popen(wine("cmd.exe"), stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                                       stderr=subprocess.DEVNULL)
-        # The programs of the next test need a desktop at once.
+    sitter = None
+
+    @classmethod
+    def open(cls):
+        cls.sitter = subprocess.Popen(wine("cmd.exe"), stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                                      stderr=subprocess.DEVNULL)
+        # The next program finds a desktop at once.
         subprocess.run(wine("cmd.exe", "/c", "exit"), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL, timeout=PATIENCE)
 
-    def __exit__(self, *_):
+    @classmethod
+    def close(cls):
         subprocess.run(["wineserver", "--kill"], env=dict(os.environ, WINEPREFIX=os.environ["VOXTREL_WINE_HOME"]))
-        self.sitter.communicate()
+        cls.sitter.communicate()
 
 
 def sound_level(path):
@@ -197,5 +201,7 @@ class Scenario(unittest.TestCase):
 
 
 def main():
-    with WineHome() if WINDOWS else contextlib.nullcontext():
-        unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[1:])
+    if WINDOWS:
+        WineHome.open()
+        atexit.register(WineHome.close)
+    unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[1:])
