@@ -15,15 +15,19 @@ bool PointerWatch::WantsLook(platform::ScreenPoint point, TimePoint now)
         place_ = point;
         since_ = now;
         looked_.reset();
-        again_ = kAgain;
+        again_ = {};
     }
     return looked_ ? now - *looked_ >= again_ : now - since_ >= kRest;
 }
 
 void PointerWatch::Looked(bool answered, TimePoint now)
 {
+    const bool first = !looked_;
     looked_ = now;
-    again_ = answered ? kAgain : std::min(again_ * 2, kAgainAtMost);
+    if (!answered)
+        again_ = std::clamp(again_ * 2, 2 * kAgain, kAgainAtMost);
+    else
+        again_ = first ? kSoonAgain : kAgain;
 }
 
 } // namespace voxtrel::ovaccserver

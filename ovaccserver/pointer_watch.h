@@ -26,6 +26,8 @@ public:
     // A hand that trembles does not move the pointer.
     static constexpr int kTremble = 3; // pixels
     static constexpr std::chrono::milliseconds kRest{40};
+    // Some programs begin to arrange an answer when they are first asked.
+    static constexpr std::chrono::milliseconds kSoonAgain{250};
     static constexpr std::chrono::milliseconds kAgain{1000};
     static constexpr std::chrono::milliseconds kAgainAtMost{30000};
 
@@ -33,7 +35,7 @@ private:
     std::optional<platform::ScreenPoint> place_; // where the pointer came to rest
     TimePoint since_;
     std::optional<TimePoint> looked_;
-    std::chrono::milliseconds again_ = kAgain;
+    std::chrono::milliseconds again_{}; // after the last look; zero before the second
 };
 
 } // namespace voxtrel::ovaccserver

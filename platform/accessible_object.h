@@ -9,9 +9,9 @@ enum class SwitchState { None, Unchecked, Checked, PartlyChecked, Released, Pres
 
 // An object of another program as it describes itself. Without a name it has nothing to say.
 struct AccessibleObject {
-    std::wstring name;
-    std::wstring role;  // in the user's language where the platform gives it
-    std::wstring value; // empty for none, and always for a password
+    std::wstring name{};
+    std::wstring role{};  // in the user's language where the platform gives it
+    std::wstring value{}; // empty for none, and always for a password
     SwitchState state = SwitchState::None;
 
     bool operator==(const AccessibleObject&) const = default;

@@ -186,12 +186,22 @@ std::optional<AtspiAccessible> AtspiAccessible::AtPoint(ScreenPoint point) const
                               g_variant_new("(iiu)", point.x, point.y, kScreen), "((so))"));
 }
 
-std::optional<double> AtspiAccessible::CurrentValue() const
+std::optional<double> AtspiAccessible::NumberOf(const char* valueProperty) const
 {
-    const Variant value = bus_->Property(reference_, atspi::kValue, "CurrentValue");
+    const Variant value = bus_->Property(reference_, atspi::kValue, valueProperty);
     if (!value || !g_variant_is_of_type(value.get(), G_VARIANT_TYPE_DOUBLE))
         return std::nullopt;
     return g_variant_get_double(value.get());
+}
+
+std::optional<double> AtspiAccessible::FilledPart() const
+{
+    const auto least = NumberOf("MinimumValue");
+    const auto most = NumberOf("MaximumValue");
+    const auto now = NumberOf("CurrentValue");
+    if (!least || !most || !now || *most <= *least)
+        return std::nullopt;
+    return (*now - *least) / (*most - *least);
 }
 
 std::optional<AtspiAccessible> AtspiAccessible::SelectedChild() const

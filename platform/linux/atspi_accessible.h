@@ -54,7 +54,9 @@ public:
     std::optional<AtspiAccessible> AtPoint(ScreenPoint point) const;
 
     // Each only for an object that implements the interface.
-    std::optional<double> CurrentValue() const;
+    std::optional<double> CurrentValue() const { return NumberOf("CurrentValue"); }
+    // How much of its range the current value fills, 0 to 1.
+    std::optional<double> FilledPart() const;
     std::optional<AtspiAccessible> SelectedChild() const;
     std::string Text(int maxCharacters) const;
     std::string LineAt(ScreenPoint point) const;
@@ -63,6 +65,7 @@ public:
 
 private:
     std::string TextProperty(const char* name) const;
+    std::optional<double> NumberOf(const char* valueProperty) const;
     std::optional<AtspiAccessible> ReferenceFrom(const Variant& reply) const;
     Variant Call(const char* interface, const char* method, GVariant* parameters, const char* replyType) const
     {

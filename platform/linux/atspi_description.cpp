@@ -9,6 +9,7 @@
 
 #include "platform/linux/atspi_description.h"
 
+#include "platform/readable_text.h"
 #include "settings/number_conversions.h"
 #include "settings/text_case.h"
 
@@ -17,13 +18,15 @@
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace voxtrel::platform {
 namespace {
 
-constexpr int kMaxText = 4000; // characters
-constexpr std::size_t kMaxLine = 500;
+constexpr int kTextAtMost = kLongestText;
 constexpr std::size_t kLettersDepth = 3;
+constexpr std::size_t kMaxAncestors = 40;
 
 template <std::size_t N> bool IsOneOf(AtspiRole role, const std::array<AtspiRole, N>& roles)
 {
@@ -57,9 +60,17 @@ constexpr std::array kWrittenOn = {ATSPI_ROLE_PUSH_BUTTON,
 constexpr std::array kBoxes = {ATSPI_ROLE_CHECK_BOX, ATSPI_ROLE_RADIO_BUTTON, ATSPI_ROLE_CHECK_MENU_ITEM,
                                ATSPI_ROLE_RADIO_MENU_ITEM};
 
-constexpr std::array kMeters = {ATSPI_ROLE_SLIDER,     ATSPI_ROLE_SPIN_BUTTON, ATSPI_ROLE_PROGRESS_BAR,
-                                ATSPI_ROLE_SCROLL_BAR, ATSPI_ROLE_DIAL,        ATSPI_ROLE_LEVEL_BAR,
-                                ATSPI_ROLE_SPLIT_PANE};
+constexpr std::array kMeters = {ATSPI_ROLE_SLIDER, ATSPI_ROLE_SPIN_BUTTON, ATSPI_ROLE_SCROLL_BAR,
+                                ATSPI_ROLE_DIAL, ATSPI_ROLE_SPLIT_PANE};
+
+// How far something has come is told in percent.
+constexpr std::array kGauges = {ATSPI_ROLE_PROGRESS_BAR, ATSPI_ROLE_LEVEL_BAR};
+
+constexpr std::array kItems = {ATSPI_ROLE_MENU_ITEM, ATSPI_ROLE_LIST_ITEM, ATSPI_ROLE_MENU};
+
+constexpr std::array kWindows = {ATSPI_ROLE_FRAME,         ATSPI_ROLE_WINDOW,      ATSPI_ROLE_DIALOG,
+                                 ATSPI_ROLE_ALERT,         ATSPI_ROLE_APPLICATION, ATSPI_ROLE_FILE_CHOOSER,
+                                 ATSPI_ROLE_COLOR_CHOOSER, ATSPI_ROLE_FONT_CHOOSER};
 
 constexpr std::array kTexts = {ATSPI_ROLE_ENTRY,         ATSPI_ROLE_TEXT,    ATSPI_ROLE_TERMINAL,
                                ATSPI_ROLE_DOCUMENT_TEXT, ATSPI_ROLE_EDITBAR, ATSPI_ROLE_AUTOCOMPLETE};
@@ -82,25 +93,9 @@ std::string WithoutMarkup(const std::string& text)
     return plain;
 }
 
-// A text fit to be spoken: no control characters, no stand-ins for embedded objects, line ends as CR LF,
-// nothing blank around it.
 std::wstring Clean(const std::string& bytes, std::size_t most)
 {
-    constexpr wchar_t kEmbeddedObject = 0xFFFC;
-    std::wstring clean;
-    for (const wchar_t c : settings::FromUtf8(bytes)) {
-        if (c == L'\n')
-            clean += L"\r\n";
-        else if (c >= L' ' && c != 0x7F && c != kEmbeddedObject)
-            clean += c;
-        else if (c == L'\t')
-            clean += L' ';
-    }
-    constexpr std::wstring_view kBlank = L" \r\n\u00A0";
-    clean.erase(0, std::min(clean.find_first_not_of(kBlank), clean.size()));
-    clean.resize(std::min(clean.size(), most));
-    clean.resize(clean.find_last_not_of(kBlank) + 1);
-    return clean;
+    return ReadableText(settings::FromUtf8(bytes), most);
 }
 
 std::wstring NameOfRow(const AtspiAccessible& cell)
@@ -109,7 +104,7 @@ std::wstring NameOfRow(const AtspiAccessible& cell)
     if (!table || !table->Implements(atspi::kTable))
         return {};
     for (const AtspiAccessible& other : table->RowOf(cell.IndexInParent())) {
-        if (std::wstring name = Clean(other.Name(), kMaxText); !name.empty())
+        if (std::wstring name = Clean(other.Name(), kLongestText); !name.empty())
             return name;
     }
     return {};
@@ -118,15 +113,15 @@ std::wstring NameOfRow(const AtspiAccessible& cell)
 // Names in the order in which they are asked for; see the head of the file.
 std::wstring NameOf(const AtspiAccessible& object, AtspiRole role, ScreenPoint point)
 {
-    std::wstring name = Clean(object.Name(), kMaxText);
+    std::wstring name = Clean(object.Name(), kLongestText);
     if (name.empty()) {
         if (const auto label = object.Label())
-            name = Clean(label->Name(), kMaxText);
+            name = Clean(label->Name(), kLongestText);
     }
     if (name.empty())
-        name = Clean(WithoutMarkup(object.Description()), kMaxText);
+        name = Clean(WithoutMarkup(object.Description()), kLongestText);
     if (name.empty() && role != ATSPI_ROLE_PASSWORD_TEXT && object.Implements(atspi::kText))
-        name = Clean(object.LineAt(point), kMaxLine);
+        name = Clean(object.LineAt(point), kLongestLine);
     if (name.empty() && role == ATSPI_ROLE_TABLE_CELL)
         name = NameOfRow(object);
     return name;
@@ -152,12 +147,15 @@ std::wstring NumberText(double number) { return settings::FormatNumber(std::roun
 
 std::wstring SelectedItem(const AtspiAccessible& combo)
 {
+    auto selected = combo.Implements(atspi::kSelection) ? combo.SelectedChild() : std::nullopt;
     // Some toolkits have the list that opens between the box and its items.
-    const auto selected = combo.Implements(atspi::kSelection) ? combo.SelectedChild() : std::nullopt;
+    if (const auto children = selected ? std::vector<AtspiAccessible>() : combo.Children();
+        !children.empty() && children.front().Implements(atspi::kSelection))
+        selected = children.front().SelectedChild();
     if (selected)
-        return Clean(selected->Name(), kMaxText);
+        return Clean(selected->Name(), kLongestText);
     if (combo.Implements(atspi::kText))
-        return Clean(combo.Text(kMaxText), kMaxText);
+        return Clean(combo.Text(kTextAtMost), kLongestText);
     return {};
 }
 
@@ -167,64 +165,120 @@ std::wstring ValueOf(const AtspiAccessible& object, AtspiRole role)
         return {};
     if (role == ATSPI_ROLE_COMBO_BOX)
         return SelectedItem(object);
+    if (IsOneOf(role, kGauges) && object.Implements(atspi::kValue)) {
+        if (const auto part = object.FilledPart())
+            return settings::FormatNumber(std::lround(*part * 100)) + L"%";
+    }
     if (IsOneOf(role, kMeters) && object.Implements(atspi::kValue)) {
         if (const auto number = object.CurrentValue())
             return NumberText(*number);
     }
     const bool field = IsOneOf(role, kTexts) || object.Implements(atspi::kEditableText);
     if (field && object.Implements(atspi::kText))
-        return Clean(object.Text(kMaxText), kMaxText);
+        return Clean(object.Text(kTextAtMost), kLongestText);
     return {};
 }
 
-// The object that the letters under the pointer are written on: an index into the chain.
-std::size_t WrittenOn(const std::vector<AtspiAccessible>& chain, ScreenPoint point)
-{
-    const std::size_t deepest = chain.size() - 1;
-    for (std::size_t up = 0; up <= std::min(kLettersDepth, deepest); ++up) {
-        const AtspiAccessible& object = chain[deepest - up];
-        const AtspiRole role = object.Role();
-        if (up > 0 && IsOneOf(role, kWrittenOn)) {
-            // A page of a tabbed dialog lies within its tab and still is not its caption.
-            const bool named = object.Extents().Contains(point) && !Clean(object.Name(), kMaxText).empty();
-            return named ? deepest - up : deepest;
+// An object and those around it up to its window, each asked for when it is needed.
+class Ancestry {
+public:
+    explicit Ancestry(const AtspiAccessible& deepest) { Append(deepest); }
+
+    struct Member {
+        AtspiAccessible object;
+        AtspiRole role;
+    };
+    // 0 is the object itself; null beyond the window. Valid until the next call.
+    const Member* At(std::size_t up)
+    {
+        while (members_.size() <= up) {
+            if (members_.size() == kMaxAncestors || IsOneOf(members_.back().role, kWindows))
+                return nullptr;
+            const auto parent = members_.back().object.Parent();
+            if (!parent)
+                return nullptr;
+            Append(*parent);
         }
-        if (!IsOneOf(role, kLetters) || object.Implements(atspi::kEditableText))
-            return deepest;
+        return &members_[up];
     }
-    return deepest;
+
+private:
+    void Append(const AtspiAccessible& object) { members_.push_back({object, object.Role()}); }
+
+    std::vector<Member> members_;
+};
+
+// How far up the object is that the letters under the pointer are written on.
+std::size_t WrittenOn(Ancestry& ancestry, ScreenPoint point)
+{
+    for (std::size_t up = 0; up <= kLettersDepth; ++up) {
+        const Ancestry::Member* const member = ancestry.At(up);
+        if (!member)
+            return 0;
+        if (up > 0 && IsOneOf(member->role, kWrittenOn)) {
+            // A page of a tabbed dialog lies within its tab and still is not its caption.
+            const bool named = member->object.Extents().Contains(point) &&
+                               !Clean(member->object.Name(), kLongestText).empty();
+            return named ? up : 0;
+        }
+        if (!IsOneOf(member->role, kLetters) || member->object.Implements(atspi::kEditableText))
+            return 0;
+    }
+    return 0;
+}
+
+// The item that a closed box shows is the box's value.
+std::size_t BoxOfItem(Ancestry& ancestry, ScreenPoint point)
+{
+    if (!IsOneOf(ancestry.At(0)->role, kItems))
+        return 0;
+    for (std::size_t up = 1; up <= kLettersDepth; ++up) {
+        const Ancestry::Member* const member = ancestry.At(up);
+        if (member && member->role == ATSPI_ROLE_COMBO_BOX)
+            return member->object.Extents().Contains(point) ? up : 0;
+    }
+    return 0;
 }
 
 // A field for a password is never gone past: what stands inside it is the password.
-std::optional<std::size_t> PasswordField(const std::vector<AtspiAccessible>& chain)
+std::optional<std::size_t> PasswordField(Ancestry& ancestry)
 {
-    for (std::size_t i = 0; i < chain.size(); ++i) {
-        if (chain[i].Role() == ATSPI_ROLE_PASSWORD_TEXT)
-            return i;
+    for (std::size_t up = 0; up <= kLettersDepth; ++up) {
+        const Ancestry::Member* const member = ancestry.At(up);
+        if (member && member->role == ATSPI_ROLE_PASSWORD_TEXT)
+            return up;
     }
     return std::nullopt;
 }
 
+std::size_t FirstToSpeak(Ancestry& ancestry, ScreenPoint point)
+{
+    if (const auto password = PasswordField(ancestry))
+        return *password;
+    return std::max(WrittenOn(ancestry, point), BoxOfItem(ancestry, point));
+}
+
 } // namespace
 
-AccessibleObject Describe(const std::vector<AtspiAccessible>& chain, ScreenPoint point)
+AccessibleObject Describe(const AtspiAccessible& deepest, ScreenPoint point)
 {
-    const std::optional<std::size_t> password = PasswordField(chain);
-    for (std::size_t i = (password ? *password : WrittenOn(chain, point)) + 1; i > 0; --i) {
-        const AtspiAccessible& object = chain[i - 1];
-        const AtspiRole role = object.Role();
+    Ancestry ancestry(deepest);
+    for (std::size_t up = FirstToSpeak(ancestry, point);; ++up) {
+        const Ancestry::Member* const member = ancestry.At(up);
+        if (!member)
+            return {};
+        const auto& [object, role] = *member;
         std::wstring name = NameOf(object, role, point);
         // A password field without any name is still worth a word.
         if (name.empty() && role == ATSPI_ROLE_PASSWORD_TEXT)
-            name = Clean(object.RoleName(), kMaxText);
+            name = Clean(object.RoleName(), kLongestText);
         if (name.empty())
             continue;
         return {.name = std::move(name),
-                .role = Clean(object.RoleName(), kMaxLine),
+                .role = Clean(object.RoleName(), kLongestLine),
                 .value = ValueOf(object, role),
                 .state = StateOf(object, role)};
     }
-    return {};
 }
 
 } // namespace voxtrel::platform

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "platform/accessible_object.h"
+#include "platform/accessible_source.h"
 #include "platform/linux/atspi_accessible.h"
-
-#include <vector>
 
 namespace voxtrel::platform {
 
-// What the objects under a point say: the deepest one that has a name is described. chain leads from the
-// window to the deepest object and is not empty.
-AccessibleObject Describe(const std::vector<AtspiAccessible>& chain, ScreenPoint point);
+// What the objects at a point say, from the deepest one outwards: the first that has a name is described.
+AccessibleObject Describe(const AtspiAccessible& deepest, ScreenPoint point);
 
 } // namespace voxtrel::platform

@@ -12,6 +12,8 @@
 
 #include "platform/linux/atspi_description.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -23,16 +25,13 @@ constexpr int kMaxDepth = 60;
 constexpr int kMaxChildren = 100; // more are not compared one by one
 constexpr int kPlacelessDepth = 3;
 
-using Chain = std::vector<AtspiAccessible>;
-
-// The way from object down to the child whose place contains the point, the child last. Objects that have no
-// place are gone through.
-std::optional<Chain> WayToChild(const AtspiAccessible& object, ScreenPoint point, int placelessDepth)
+// The child whose place contains the point. Objects that have no place are gone through.
+std::optional<AtspiAccessible> ChildAt(const AtspiAccessible& object, ScreenPoint point, int placelessDepth)
 {
     // What manages its children itself knows best what lies where.
     if (object.HasState(ATSPI_STATE_MANAGES_DESCENDANTS) || object.ChildCount() > kMaxChildren)
         return std::nullopt;
-    Chain children = object.Children();
+    const std::vector<AtspiAccessible> children = object.Children();
     // The last one lies on top.
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         const AtspiExtents extents = child->Extents();
@@ -41,49 +40,40 @@ std::optional<Chain> WayToChild(const AtspiAccessible& object, ScreenPoint point
         if (!child->HasState(ATSPI_STATE_SHOWING))
             continue;
         if (extents.IsKnown())
-            return Chain{*child};
-        if (auto way = WayToChild(*child, point, placelessDepth - 1)) {
-            way->insert(way->begin(), *child);
-            return way;
-        }
+            return *child;
+        if (auto inside = ChildAt(*child, point, placelessDepth - 1))
+            return inside;
     }
     return std::nullopt;
 }
 
 // A tab's place is that of its caption; the page that belongs to it lies beside it.
-std::optional<Chain> WayToPage(const AtspiAccessible& tabs, ScreenPoint point)
+std::optional<AtspiAccessible> InPage(const AtspiAccessible& tabs, ScreenPoint point)
 {
     if (tabs.Role() != ATSPI_ROLE_PAGE_TAB_LIST)
         return std::nullopt;
     for (const AtspiAccessible& tab : tabs.Children()) {
         if (!tab.HasState(ATSPI_STATE_SELECTED))
             continue;
-        if (auto way = WayToChild(tab, point, kPlacelessDepth)) {
-            way->insert(way->begin(), tab);
-            return way;
-        }
+        if (auto inside = ChildAt(tab, point, kPlacelessDepth))
+            return inside;
     }
     return std::nullopt;
 }
 
-Chain WayDown(const AtspiAccessible& window, ScreenPoint point)
+AtspiAccessible DeepestAt(AtspiAccessible object, ScreenPoint point)
 {
-    Chain chain = {window};
-    while (chain.size() < kMaxDepth) {
-        const AtspiAccessible& deepest = chain.back();
-        const auto next = deepest.AtPoint(point);
-        if (next && next->Reference() != deepest.Reference()) {
-            chain.push_back(*next);
-            continue;
-        }
-        auto way = WayToChild(deepest, point, kPlacelessDepth);
-        if (!way)
-            way = WayToPage(deepest, point);
-        if (!way)
+    for (int depth = 0; depth < kMaxDepth; ++depth) {
+        auto next = object.AtPoint(point);
+        if (!next || next->Reference() == object.Reference())
+            next = ChildAt(object, point, kPlacelessDepth);
+        if (!next)
+            next = InPage(object, point);
+        if (!next)
             break;
-        chain.insert(chain.end(), way->begin(), way->end());
+        object = *next;
     }
-    return chain;
+    return object;
 }
 
 // Programs that draw larger on a fine screen may still report places in their own, larger units.
@@ -133,6 +123,13 @@ bool HoldsChoices(AtspiRole role)
     return std::find(kContainers.begin(), kContainers.end(), role) != kContainers.end();
 }
 
+// The character and its balloon come and go under the pointer while they speak: they are not to be
+// interrupted by their own words.
+bool IsOurCharacter(const WindowUnderPoint& window)
+{
+    return window.shaped && window.process == static_cast<std::uint32_t>(getppid());
+}
+
 // The object from which the way goes down to what the point is over in a menu.
 std::optional<AtspiAccessible> PlaceInMenu(AtspiBus& bus, const AtspiAccessible& program, ScreenPoint point)
 {
@@ -143,8 +140,8 @@ std::optional<AtspiAccessible> PlaceInMenu(AtspiBus& bus, const AtspiAccessible&
     for (int up = 0; object && up < kPlacelessDepth; ++up) {
         if (object->Extents().Contains(point) && object->HasState(ATSPI_STATE_SHOWING))
             return object;
-        if (const auto way = WayToChild(*object, point, kPlacelessDepth))
-            return way->back();
+        if (auto child = ChildAt(*object, point, kPlacelessDepth))
+            return child;
         object = object->Parent();
         // What lies further out may be the window behind the menu.
         if (object && !HoldsChoices(object->Role()))
@@ -168,20 +165,20 @@ std::optional<AccessibleObject> AtspiSource::ObjectAt(ScreenPoint point, std::ch
 AccessibleObject AtspiSource::Look(ScreenPoint point)
 {
     const auto onScreen = pointer_.WindowUnder();
-    if (!onScreen)
+    if (!onScreen || IsOurCharacter(*onScreen))
         return {};
     const auto program = ProgramOf(*onScreen);
     if (!program)
         return {};
     if (!onScreen->managed) {
         if (const auto place = PlaceInMenu(bus_, *program, point))
-            return Describe(WayDown(*place, point), point);
+            return Describe(DeepestAt(*place, point), point);
     }
     const auto found = WindowOf(*program, *onScreen, point);
     // A window behind a menu is not what the pointer is over.
     if (!found || (!onScreen->managed && found->window.Role() == ATSPI_ROLE_FRAME))
         return {};
-    return Describe(WayDown(found->window, found->point), found->point);
+    return Describe(DeepestAt(found->window, found->point), found->point);
 }
 
 std::optional<AtspiAccessible> AtspiSource::ProgramOf(const WindowUnderPoint& window)

@@ -1,5 +1,7 @@
 #include "platform/linux/x11_pointer.h"
 
+#include <xcb/shape.h>
+
 #include <cstdlib>
 #include <cstring>
 
@@ -110,6 +112,9 @@ WindowUnderPoint X11Pointer::Describe(xcb_window_t window, bool managed)
         xcb_get_geometry_reply(connection_.get(), xcb_get_geometry(connection_.get(), window), nullptr));
     if (geometry)
         found.width = geometry->width;
+    const ReplyPtr<xcb_shape_query_extents_reply_t> shape(xcb_shape_query_extents_reply(
+        connection_.get(), xcb_shape_query_extents(connection_.get(), window), nullptr));
+    found.shaped = shape && shape->bounding_shaped != 0;
     return found;
 }
 

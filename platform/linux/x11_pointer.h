@@ -17,6 +17,7 @@ struct WindowUnderPoint {
     std::string title;
     int width = 0;        // pixels
     bool managed = false; // by the window manager; menus and tool tips are not
+    bool shaped = false;  // has another outline than a rectangle
 };
 
 // What the X server knows of the pointer. One connection, used by one thread; without a display it knows

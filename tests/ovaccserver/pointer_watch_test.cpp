@@ -46,7 +46,11 @@ TEST_F(PointerWatchTest, TakesATremblingHandForRest)
     EXPECT_EQ(looks, 1);
 }
 
-TEST_F(PointerWatchTest, LooksAgainEverySecondWhileThePointerRests) { EXPECT_EQ(Stay({5, 5}, 10s), 10); }
+TEST_F(PointerWatchTest, LooksAgainSoonAndThenEverySecondWhileThePointerRests)
+{
+    EXPECT_EQ(Stay({5, 5}, 350ms), 2);
+    EXPECT_EQ(Stay({5, 5}, 10s), 9);
+}
 
 TEST_F(PointerWatchTest, AsksAProgramThatDoesNotAnswerMoreAndMoreSeldom)
 {
@@ -54,14 +58,14 @@ TEST_F(PointerWatchTest, AsksAProgramThatDoesNotAnswerMoreAndMoreSeldom)
     EXPECT_EQ(Stay({5, 5}, 59s, false), 5);
     EXPECT_EQ(Stay({5, 5}, 60s, false), 2);
     EXPECT_EQ(Stay({50, 5}, 100ms), 1) << "another place is asked at once";
-    EXPECT_EQ(Stay({50, 5}, 4s), 3);
+    EXPECT_EQ(Stay({50, 5}, 4s), 4);
 }
 
 TEST_F(PointerWatchTest, LooksAgainWhenItIsStartedAgain)
 {
-    EXPECT_EQ(Stay({5, 5}, 500ms), 1);
+    EXPECT_EQ(Stay({5, 5}, 200ms), 1);
     watch.Restart();
-    EXPECT_EQ(Stay({5, 5}, 500ms), 1);
+    EXPECT_EQ(Stay({5, 5}, 200ms), 1);
 }
 
 } // namespace
