@@ -69,7 +69,7 @@ native_packages=(
 # A display, sound and eyes of one's own, for tests and demonstrations.
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils imagemagick sox)
 # Other programs that a person reads from: the tests that drive the real program need them.
-scenario_packages=(python3 xclip xterm mousepad featherpad)
+scenario_packages=(python3 python3-gi gir1.2-atspi-2.0 xclip xterm mousepad featherpad)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.

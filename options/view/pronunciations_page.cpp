@@ -1,5 +1,7 @@
 #include "options/view/options_controls.h"
 
+#include "platform/focus.h"
+
 #include <wx/button.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
@@ -19,6 +21,7 @@ wxSizer* MakeList(wxWindow* page, OptionsControls& controls)
     controls.List1 =
         new wxListBox(page, wxID_ANY, wxDefaultPosition, page->FromDIP(wxSize(kListWidth, kListHeight)));
     controls.List1->SetName("List1");
+    platform::FocusContent(*controls.List1);
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, Gap(*page)));
     column->Add(controls.List1, wxSizerFlags(1).Expand());
     controls.labelled.push_back({label, controls.List1});
