@@ -9,6 +9,7 @@
 #include <wx/display.h>
 #include <wx/filename.h>
 #include <wx/sizer.h>
+#include <wx/stattext.h>
 
 namespace voxtrel::app {
 namespace {
@@ -42,10 +43,13 @@ wxIconBundle LoadIcons(const wxString& file)
 MainFrame::MainFrame(const std::wstring& iconFolder)
     : wxFrame(nullptr, wxID_ANY, "Voxtrel", wxDefaultPosition, wxDefaultSize,
               wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU | wxSTAY_ON_TOP | wxFRAME_TOOL_WINDOW),
+      Label1_(new wxStaticText(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                               wxST_NO_AUTORESIZE, "Label1")),
       timer1_(this, wxWindow::NewControlId()), timer2_(this, wxWindow::NewControlId()),
       hotkeytimer_(this, wxWindow::NewControlId())
 {
     settings::SetTag(*this, L"1000");
+    Label1_->Hide();
     SetIcons(LoadIcons(ToWx(iconFolder) + wxFileName::GetPathSeparator() + "voxtrel.svg"));
     MakeToolbar(iconFolder);
     MakeTray();
@@ -88,9 +92,12 @@ void MainFrame::MakeTray()
 
 void MainFrame::MakeTimers()
 {
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { main_->Timer1_Timer(); }, timer1_.GetId());
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { main_->Timer2_Timer(); }, timer2_.GetId());
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { main_->hotkeytimer_Timer(); }, hotkeytimer_.GetId());
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { main_->Timer1_Timer(); }, timer1_.GetId());
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { main_->Timer2_Timer(); }, timer2_.GetId());
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { main_->hotkeytimer_Timer(); }, hotkeytimer_.GetId());
 }
 
 void MainFrame::Attach(Main* main)
@@ -168,6 +175,12 @@ void MainFrame::SetHelpFile(std::wstring_view path) { helpFile_ = path; }
 bool MainFrame::Visible() const { return IsShown(); }
 
 void MainFrame::SetVisible(bool visible) { Show(visible); }
+
+void MainFrame::SetLabel1(std::wstring_view caption)
+{
+    if (const wxString text = ToWx(caption); Label1_->GetLabelText() != text)
+        Label1_->SetLabelText(text);
+}
 
 void MainFrame::DoEvents() { wxTheApp->Yield(true); }
 

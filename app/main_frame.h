@@ -10,13 +10,16 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
+
+class wxStaticText;
 
 namespace voxtrel::app {
 
 class Main;
 
-// The main window: the small floating toolbar, the owner of the tray icon, its menu and the three timers. What it is
-// told it hands to Main.
+// The main window: the small floating toolbar, the owner of the tray icon, its menu and the three timers.
+// What it is told it hands to Main.
 class MainFrame final : public wxFrame, public MainForm {
 public:
     // iconFolder holds the program's SVG icons.
@@ -44,6 +47,8 @@ public:
     bool Visible() const override;
     void SetVisible(bool visible) override;
     void DoEvents() override;
+    // The hidden copy of what waits to be spoken.
+    void SetLabel1(std::wstring_view caption);
     void End() override;
 
 private:
@@ -57,6 +62,7 @@ private:
     Main* main_ = nullptr;
     std::wstring helpFile_;
     Toolbar* tbrMenu_ = nullptr; // owned by the frame
+    wxStaticText* Label1_;       // likewise
     std::unique_ptr<TrayIcon> sysTray_;
     wxMenu mnu_root_;
     std::wstring rootCaption_ = L"ROOT";

@@ -4,16 +4,27 @@
 #include "hotkeys/hot_key_poll.h"
 #include "speech/speech_markup.h"
 
+#include <chrono>
 #include <utility>
 
 namespace voxtrel::app {
+namespace {
 
-ProgramRooms::ProgramRooms(const RoomServices& services, std::function<void()> DoEvents)
+// Milliseconds since the system started, as a number of 32 bits that wraps.
+std::int32_t GetTickCount()
+{
+    const auto since = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::int32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(since).count());
+}
+
+} // namespace
+
+ProgramRooms::ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow)
     : services_(services), pronunciations_(services.store), ports_(platform::MakeSelectionPorts()),
       selection_({.windows = *ports_.windows,
                   .clipboard = *ports_.clipboard,
                   .keystrokes = *ports_.keystrokes,
-                  .DoEvents = std::move(DoEvents),
+                  .DoEvents = mainWindow.DoEvents,
                   .Speak = [this](std::wstring text) { Speak(std::move(text)); },
                   .ReadInTextReader = [this](std::wstring text) { textReader_.ReadInTextReader(text); },
                   .StopAll =
@@ -26,6 +37,16 @@ ProgramRooms::ProgramRooms(const RoomServices& services, std::function<void()> D
                           services_.trace.Write(
                               "target", {{"window", static_cast<std::int64_t>(window)}, {"title", title}});
                       }}),
+      screenReader_({.store = services.store,
+                     .shared = services.shared,
+                     .access = services.access,
+                     .GetTickCount = GetTickCount,
+                     .SetLabel1 = mainWindow.SetLabel1,
+                     .DoEvents = mainWindow.DoEvents,
+                     .Speaking =
+                         [this](std::wstring_view role, std::wstring_view text) {
+                             services_.trace.Write("object", {{"role", role}, {"text", text}});
+                         }}),
       textReader_({.store = services.store,
                    .shared = services.shared,
                    .strings = services.strings,
@@ -44,7 +65,7 @@ ProgramRooms::ProgramRooms(const RoomServices& services, std::function<void()> D
                 .access = services.access,
                 .hotKeys = hotKeys_,
                 .iconFolder = services.folder.Beside(L"icons"),
-                .helpFile = services.helpFile})
+                .helpFile = mainWindow.HelpFile})
 {
 }
 
@@ -65,6 +86,12 @@ void ProgramRooms::ShowOptions()
 }
 
 void ProgramRooms::UnloadOptions() { options_.UnloadOptions(); }
+
+void ProgramRooms::ReadScreen()
+{
+    services_.access.Poll();
+    screenReader_.Timer2_Timer();
+}
 
 bool ProgramRooms::ReadInTextReader(const std::wstring& text)
 {

@@ -9,6 +9,7 @@
 #include "platform/desktop.h"
 #include "platform/messages.h"
 #include "platform/selection_ports.h"
+#include "screenreading/screen_reader.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
 #include "settings/shared_settings.h"
@@ -17,6 +18,8 @@
 #include "textreader/view/text_reader_room.h"
 
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace voxtrel::app {
 
@@ -30,14 +33,20 @@ struct RoomServices {
     platform::Messages& messages;
     platform::OVAccessibility& access;
     Trace& trace;
-    std::function<std::wstring()> helpFile; // the one that start-up has set
 };
 
 // The rooms of the program as they are built.
 class ProgramRooms final : public Rooms {
 public:
-    // What is handed in outlives the rooms. DoEvents handles what is waiting in the event queue, once.
-    ProgramRooms(const RoomServices& services, std::function<void()> DoEvents);
+    // What the rooms do on the main window.
+    struct OnMainWindow {
+        std::function<void()> DoEvents; // handles what is waiting in the event queue, once
+        std::function<void(std::wstring_view)> SetLabel1;
+        std::function<std::wstring()> HelpFile; // the one that start-up has set
+    };
+
+    // What is handed in outlives the rooms.
+    ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow);
 
     platform::DesktopReach Reach() const { return ports_.reach; }
 
@@ -52,6 +61,7 @@ public:
     void ReadSelected() override;
     void ShowOptions() override;
     void UnloadOptions() override;
+    void ReadScreen() override;
     bool ReadInTextReader(const std::wstring& text) override;
     void OpenInTextReader() override;
     void UnloadTextReader() override;
@@ -66,6 +76,7 @@ private:
     platform::SelectionPorts ports_;
     hotkeys::HotKeyTable hotKeys_;
     hotkeys::Selection selection_;
+    screenreading::ScreenReader screenReader_;
     textreader::TextReaderRoom textReader_;
     options::OptionsRoom options_;
     agent::Control* agent1_ = nullptr;

@@ -10,9 +10,10 @@
 #include "app/program_rooms.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
-#include "platform/no_accessibility.h"
+#include "platform/server_process.h"
 #include "platform/settings_backend.h"
 #include "platform/sound_drivers.h"
+#include "screenreading/accessibility_control.h"
 #include "settings/file_path.h"
 #include "settings/program_folder.h"
 #include "settings/settings_store.h"
@@ -78,10 +79,12 @@ settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
-          store(*backend), desktop(platform::MakeDesktop()),
-          frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
-          rooms({store, shared, strings, folder, *desktop, messages, access, trace, [this] { return frame->HelpFile(); }},
-                [this] { frame->DoEvents(); })
+          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
+          access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          rooms({store, shared, strings, folder, *desktop, messages, access, trace},
+                {.DoEvents = [this] { frame->DoEvents(); },
+                 .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
+                 .HelpFile = [this] { return frame->HelpFile(); }})
     {
     }
 
@@ -104,7 +107,8 @@ struct VoxtrelApp::House {
     settings::SettingsStore store;
     settings::SharedSettings shared;
     std::unique_ptr<platform::Desktop> desktop;
-    platform::NoAccessibility access;
+    std::unique_ptr<platform::ServerProcess> server;
+    screenreading::AccessibilityControl access;
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
     Trace trace;
@@ -119,8 +123,8 @@ void VoxtrelApp::SetCommandLine(CommandLine commandLine) { TheCommandLine() = st
 VoxtrelApp::VoxtrelApp() = default;
 VoxtrelApp::~VoxtrelApp() = default;
 
-// The character server with everything behind it. What it does goes to the trace; what is heard can be kept too, for
-// tests and bug reports.
+// The character server with everything behind it. What it does goes to the trace; what is heard can be kept
+// too, for tests and bug reports.
 std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
 {
     platform::SilenceSoundDrivers();
@@ -180,9 +184,9 @@ bool VoxtrelApp::OpenHouse()
     }
     house.agent1 = MakeAgent();
     house.rooms.SetAgent(house.agent1.get());
-    house.main = std::make_unique<Main>(MainServices{
-        house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop, house.messages,
-        house.access, *instances_, *house.frame, house.rooms, house.trace});
+    house.main = std::make_unique<Main>(
+        MainServices{house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop,
+                     house.messages, house.access, *instances_, *house.frame, house.rooms, house.trace});
     switch (house.main->Form_Load()) {
     case Main::StartUp::SecondInstance:
         house_.reset();
@@ -196,8 +200,8 @@ bool VoxtrelApp::OpenHouse()
         break;
     }
     house.frame->Attach(house.main.get());
-    house.commands =
-        platform::MakeCommandServer([main = house.main.get()](std::wstring text) { main->Form_LinkExecute(text); });
+    house.commands = platform::MakeCommandServer(
+        [main = house.main.get()](std::wstring text) { main->Form_LinkExecute(text); });
     if (const std::wstring command = AsCommandString(line); !command.empty())
         house.main->Form_LinkExecute(command);
     return true;

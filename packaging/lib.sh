@@ -63,13 +63,13 @@ native_packages=(
   build-essential ca-certificates ccache cmake ninja-build pkg-config
   libwxgtk3.2-dev flite1-dev portaudio19-dev libutf8proc-dev librsvg2-dev
   libgtk-3-dev libasound2-dev libjack-jackd2-dev libatspi2.0-dev libxtst-dev libxext-dev libxrandr-dev
-  libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
+  libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
   fonts-dejavu-core
 )
 # A display, sound and eyes of one's own, for tests and demonstrations.
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils imagemagick sox)
 # Other programs that a person reads from: the tests that drive the real program need them.
-scenario_packages=(python3 python3-gi gir1.2-atspi-2.0 xclip xterm mousepad featherpad)
+scenario_packages=(python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.

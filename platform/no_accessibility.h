@@ -4,13 +4,17 @@
 
 namespace voxtrel::platform {
 
-// Takes every call and reports nothing: for a program that shows no windows, and while screen reading is not built.
+// Takes every call and reports nothing: for a program that shows no windows.
 class NoAccessibility final : public OVAccessibility {
 public:
     void StartServer(std::wstring_view) override {}
     void StartMonitoring() override {}
     void StopMonitoring() override {}
     void Shutdown() override {}
+    std::wstring ObjectName() const override { return {}; }
+    std::wstring ObjectRole() const override { return {}; }
+    std::wstring ObjectValue() const override { return {}; }
+    void Poll() override {}
 };
 
 } // namespace voxtrel::platform

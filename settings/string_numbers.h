@@ -42,6 +42,12 @@ inline constexpr int kCloseDetails = 3014;
 inline constexpr int kDetailsFrame = 3015;
 inline constexpr int kNothingYet = 3016;
 
+inline constexpr int kStateUnchecked = 3420;
+inline constexpr int kStateChecked = 3421;
+inline constexpr int kStatePartlyChecked = 3422;
+inline constexpr int kStateReleased = 3423;
+inline constexpr int kStatePressed = 3424;
+
 inline constexpr int kTestVoice = 3901;
 inline constexpr int kTestAppearance = 3902;
 inline constexpr int kTestLargeBalloon = 3903;

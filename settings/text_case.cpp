@@ -82,6 +82,22 @@ std::wstring SimpleLower(std::wstring_view text)
     return lower;
 }
 
+std::wstring WithCapital(std::wstring_view text)
+{
+    if (text.empty())
+        return {};
+    const CodePoint first = CodePointAt(text, 0);
+    if (!IsScalarValue(first.value))
+        return std::wstring(text);
+    const auto upper =
+        static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(first.value)));
+    if (SimpleLower(upper) != SimpleLower(first.value))
+        return std::wstring(text);
+    std::wstring capital;
+    AppendCodePoint(capital, upper);
+    return capital.append(text.substr(first.length));
+}
+
 bool SameName(std::wstring_view left, std::wstring_view right)
 {
     std::size_t l = 0;

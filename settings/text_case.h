@@ -47,6 +47,10 @@ constexpr char32_t SimpleLower(char32_t codePoint)
 
 std::wstring SimpleLower(std::wstring_view text);
 
+// The text with its first letter in upper case. A letter stays whose upper case is another letter's, too: the name
+// of a setting is the same name afterwards.
+std::wstring WithCapital(std::wstring_view text);
+
 // Whether two names of the store are the same name: equal but for capitals.
 bool SameName(std::wstring_view left, std::wstring_view right);
 

@@ -63,12 +63,13 @@ wxPanel* MakePronunciationsPage(wxWindow* tabs, OptionsControls& controls)
 {
     auto* page = new wxPanel(tabs);
     const int gap = GroupGap(*page);
-    auto* halves = new wxBoxSizer(wxHORIZONTAL);
-    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand());
+    // The boxes come first: a list that gets the focus chooses an entry on some systems.
     auto* editing = new wxBoxSizer(wxVERTICAL);
     editing->Add(MakeTexts(page, controls), wxSizerFlags().Expand());
     editing->Add(MakeButtons(page, controls), wxSizerFlags().Expand().Border(wxTOP, gap));
-    halves->Add(editing, wxSizerFlags(1).Border(wxLEFT, gap));
+    auto* halves = new wxBoxSizer(wxHORIZONTAL);
+    halves->Add(editing, wxSizerFlags(1));
+    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand().Border(wxLEFT, gap));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakeLabel(page, "3996:Type a word and how it should sound, listen to it, and save it."),
                 wxSizerFlags().Border(wxALL, gap));

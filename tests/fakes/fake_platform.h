@@ -62,6 +62,15 @@ public:
     void StartMonitoring() override { log_.Add(L"StartMonitoring"); }
     void StopMonitoring() override { log_.Add(L"StopMonitoring"); }
     void Shutdown() override { log_.Add(L"Shutdown"); }
+    std::wstring ObjectName() const override { return name; }
+    std::wstring ObjectRole() const override { return role; }
+    std::wstring ObjectValue() const override { return value; }
+    void Poll() override {}
+
+    // With their closing characters.
+    std::wstring name;
+    std::wstring role;
+    std::wstring value;
 
 private:
     CallLog& log_;

@@ -34,6 +34,25 @@ TEST(SimpleLower, AgreesWithItsLatin1ShortCut)
 
 TEST(SimpleLower, LowersWholeTexts) { EXPECT_EQ(SimpleLower(std::wstring_view(L"CAFÉ Σ 𐐀!")), L"café σ 𐐨!"); }
 
+TEST(WithCapital, RaisesTheFirstLetterOnly)
+{
+    EXPECT_EQ(WithCapital(L""), L"");
+    EXPECT_EQ(WithCapital(L"push button "), L"Push button ");
+    EXPECT_EQ(WithCapital(L"\u00E9lan"), L"\u00C9lan");
+    EXPECT_EQ(WithCapital(L"\U00010428x"), L"\U00010400x");
+    EXPECT_EQ(WithCapital(L"12"), L"12");
+    EXPECT_EQ(WithCapital(L"\u00DFx"), L"\u1E9Ex");
+    EXPECT_EQ(WithCapital(std::wstring(1, static_cast<wchar_t>(0xD800)) + L"x"),
+              std::wstring(1, static_cast<wchar_t>(0xD800)) + L"x");
+}
+
+TEST(WithCapital, KeepsTheNameTheSameSetting)
+{
+    // Dotless i, long s, Greek final sigma: their capitals are those of other letters.
+    for (const wchar_t* name : {L"\u0131n", L"\u017Fo", L"\u03C2o"})
+        EXPECT_EQ(WithCapital(name), name);
+}
+
 TEST(SameName, IgnoresCapitalsAndNothingElse)
 {
     EXPECT_TRUE(SameName(L"", L""));

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/accessible_source.h"
+
+namespace voxtrel::platform {
+
+struct MsaaAnswer {
+    AccessibleObject object;
+    // Whether the object is the deepest one itself, not one around it that had to speak for it.
+    bool deepest = false;
+    // Whether it told what kind of control it is, not just that it is some window.
+    bool kindKnown = false;
+};
+
+// Asks Microsoft Active Accessibility, which is older than UI Automation and what some programs still speak.
+// The thread has COM.
+MsaaAnswer MsaaObjectAt(ScreenPoint point);
+
+} // namespace voxtrel::platform

@@ -1,0 +1,251 @@
+#include "screenreading/view/screen_reading_page.h"
+
+#include "fakes/call_log.h"
+#include "fakes/fake_platform.h"
+#include "screenreading/role_table.h"
+#include "settings/memory_backend.h"
+#include "settings/view/wx_form.h"
+
+#include <gtest/gtest.h>
+
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/checklst.h>
+#include <wx/dialog.h>
+#include <wx/evtloop.h>
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+#include <wx/stopwatch.h>
+#include <wx/uiaction.h>
+
+#include <functional>
+
+namespace voxtrel::screenreading {
+namespace {
+
+constexpr long kPatienceMs = 10000;
+
+class ScreenReadingPageTest : public testing::Test {
+protected:
+    ScreenReadingPageTest()
+    {
+        store.SetApplicationName(L"Orvella");
+        auto loaded = settings::LoadStringTable(VOXTREL_STRINGS, L"en");
+        EXPECT_TRUE(loaded.problems.empty());
+        strings = std::move(loaded.table);
+        Store(L"push button ", L"name,value,");
+        Store(L"link ", L"False");
+        Store(L"slider ", L"value,");
+    }
+    ~ScreenReadingPageTest() override
+    {
+        if (dialog)
+            dialog->Destroy();
+        wxYield();
+    }
+
+    void Store(std::wstring_view role, std::wstring_view choice)
+    {
+        store.SaveSetting(kRolesSection, role, choice);
+    }
+    std::wstring Choice(std::wstring_view role) const { return store.GetSetting(kRolesSection, role); }
+
+    // As the options dialog does it.
+    void Open()
+    {
+        dialog = new wxDialog(nullptr, wxID_ANY, "Options", wxDefaultPosition, wxDefaultSize,
+                              wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
+        page = new ScreenReadingPage(dialog, {store, shared, access, folder}, strings, [this] {
+            ++heightChanges;
+            dialog->Fit();
+        });
+        settings::LocaliseForm(*dialog, strings);
+        page->Form_Load();
+        auto* sizer = new wxBoxSizer(wxVERTICAL);
+        sizer->Add(page, wxSizerFlags(1).Expand());
+        dialog->SetSizerAndFit(sizer);
+        dialog->Show();
+        dialog->Raise();
+        WaitFor([this] { return dialog->IsActive(); });
+    }
+
+    static bool WaitFor(const std::function<bool()>& condition)
+    {
+        const wxStopWatch watch;
+        while (!condition()) {
+            if (watch.Time() > kPatienceMs)
+                return false;
+            wxYield();
+            wxMilliSleep(5);
+        }
+        return true;
+    }
+
+    template <class Control> Control& Get(const char* name)
+    {
+        auto* control = dynamic_cast<Control*>(wxWindow::FindWindowByName(name, page));
+        EXPECT_NE(control, nullptr) << name;
+        return *control;
+    }
+    wxCheckListBox& List()
+    {
+        return *dynamic_cast<wxCheckListBox*>(wxWindow::FindWindowByName("roleslist", page));
+    }
+
+    void ClickOn(wxWindow& control)
+    {
+        wxCommandEvent event(wxEVT_BUTTON, control.GetId());
+        event.SetEventObject(&control);
+        control.HandleWindowEvent(event);
+    }
+    void TickBox(wxCheckBox& box, bool ticked)
+    {
+        box.SetValue(ticked);
+        wxCommandEvent event(wxEVT_CHECKBOX, box.GetId());
+        event.SetInt(ticked);
+        event.SetEventObject(&box);
+        box.HandleWindowEvent(event);
+    }
+    wxString Detail(int item)
+    {
+        return Get<wxStaticText>(("lblDetails" + std::to_string(item)).c_str()).GetLabelText();
+    }
+
+    tests::CallLog log;
+    settings::MemoryBackend backend;
+    settings::SettingsStore store{backend};
+    settings::SharedSettings shared;
+    settings::StringTable strings;
+    tests::FakeAccessibility access{log};
+    settings::ProgramFolder folder{L"/program"};
+    wxDialog* dialog = nullptr;
+    ScreenReadingPage* page = nullptr;
+    int heightChanges = 0;
+};
+
+TEST_F(ScreenReadingPageTest, ShowsTheTableInTheTextsOfTheStringTable)
+{
+    shared.usescreenreading = true;
+    Open();
+    ASSERT_EQ(List().GetCount(), 3u);
+    EXPECT_EQ(List().GetString(0), "Push button ");
+    EXPECT_TRUE(List().IsChecked(0));
+    EXPECT_FALSE(List().IsChecked(1));
+    EXPECT_TRUE(List().IsChecked(2));
+    EXPECT_EQ(List().GetSelection(), 0);
+    EXPECT_TRUE(Get<wxCheckBox>("Check_name").IsChecked());
+    EXPECT_TRUE(Get<wxCheckBox>("Check_value").IsChecked());
+    EXPECT_TRUE(Get<wxCheckBox>("Check_usescreenreading").IsChecked());
+    EXPECT_TRUE(page->cmdDetails()->IsEnabled());
+    EXPECT_EQ(Get<wxCheckBox>("Check_value").GetLabel(), "Read &Extra Information");
+    EXPECT_EQ(Get<wxCheckBox>("Check_value").GetToolTipText(),
+              "Select this box to have the value of an item spoken");
+    EXPECT_EQ(List().GetToolTipText(), "Select items which you would like to be read");
+    EXPECT_EQ(page->cmdDetails()->GetLabel(), "Details...");
+    EXPECT_EQ(Detail(0), "Window");
+    EXPECT_EQ(Detail(1), "....");
+}
+
+TEST_F(ScreenReadingPageTest, TheKeyboardSelectsAndTicks)
+{
+    Open();
+    List().SetFocus();
+    ASSERT_TRUE(WaitFor([this] { return List().HasFocus(); }));
+    wxUIActionSimulator keys;
+    keys.Char(WXK_DOWN);
+    keys.Char(WXK_DOWN);
+    ASSERT_TRUE(WaitFor([this] { return List().GetSelection() == 2; }));
+    EXPECT_TRUE(WaitFor([this] { return !Get<wxCheckBox>("Check_name").IsChecked(); }));
+    EXPECT_TRUE(Get<wxCheckBox>("Check_value").IsChecked());
+    EXPECT_EQ(Choice(L"slider "), L"value,") << "showing stores nothing";
+    keys.Char(WXK_SPACE);
+    ASSERT_TRUE(WaitFor([this] { return Choice(L"slider ") == L"False"; }));
+    EXPECT_FALSE(Get<wxCheckBox>("Check_value").IsChecked());
+    keys.Char(WXK_SPACE);
+    ASSERT_TRUE(WaitFor([this] { return Choice(L"slider ") == L"name"; }));
+    EXPECT_TRUE(Get<wxCheckBox>("Check_name").IsChecked());
+    EXPECT_EQ(Choice(L"push button "), L"name,value,");
+}
+
+TEST_F(ScreenReadingPageTest, BoxesStoreAtOnceForTheSelectedRole)
+{
+    Open();
+    TickBox(Get<wxCheckBox>("Check_value"), false);
+    EXPECT_EQ(Choice(L"push button "), L"name,");
+    TickBox(Get<wxCheckBox>("Check_name"), false);
+    EXPECT_EQ(Choice(L"push button "), L"false");
+    EXPECT_TRUE(List().IsChecked(0));
+}
+
+TEST_F(ScreenReadingPageTest, TheSwitchStartsAndStopsAndEnablesTheDetails)
+{
+    Open();
+    EXPECT_FALSE(page->cmdDetails()->IsEnabled());
+    TickBox(Get<wxCheckBox>("Check_usescreenreading"), true);
+    EXPECT_TRUE(shared.usescreenreading);
+    EXPECT_TRUE(page->cmdDetails()->IsEnabled());
+    EXPECT_EQ(log.Calls(),
+              (std::vector<std::wstring>{L"StartServer " + folder.AccServer(), L"StartMonitoring"}));
+}
+
+TEST_F(ScreenReadingPageTest, DetailsOpenCloseAndStayOpenWhenSwitchedOff)
+{
+    shared.usescreenreading = true;
+    Open();
+    const int closed = dialog->GetSize().y;
+    ClickOn(*page->cmdDetails());
+    EXPECT_EQ(page->cmdDetails()->GetLabel(), "Close Details");
+    EXPECT_TRUE(page->DetailsOpen());
+    EXPECT_TRUE(WaitFor([&] { return dialog->GetSize().y > closed; }));
+    TickBox(Get<wxCheckBox>("Check_usescreenreading"), false);
+    EXPECT_TRUE(page->DetailsOpen());
+    EXPECT_FALSE(page->cmdDetails()->IsEnabled());
+    TickBox(Get<wxCheckBox>("Check_usescreenreading"), true);
+    ClickOn(*page->cmdDetails());
+    EXPECT_FALSE(page->DetailsOpen());
+    EXPECT_TRUE(WaitFor([&] { return dialog->GetSize().y == closed; }));
+    EXPECT_EQ(heightChanges, 2);
+}
+
+TEST_F(ScreenReadingPageTest, DetailsFollowThePointer)
+{
+    shared.usescreenreading = true;
+    Open();
+    ClickOn(*page->cmdDetails());
+    access.role = L"link (visited) ";
+    access.name = L"Terms & conditions ";
+    access.value = L" ";
+    EXPECT_TRUE(WaitFor([this] { return Detail(1) == "Terms & conditions "; }));
+    EXPECT_EQ(Detail(0), "link ");
+    EXPECT_EQ(Detail(2), " ");
+    access.role = access.name = access.value = L"";
+    wxMilliSleep(250); // two ticks of the panel
+    wxYield();
+    EXPECT_EQ(Detail(1), "Terms & conditions ");
+}
+
+// Run with letters of twice the size, too.
+TEST_F(ScreenReadingPageTest, NothingIsCutWhenTheWordsAreAThirdLonger)
+{
+    for (const int number : {3401, 3406, 3407, 3409, 3411, 3013, 3014, 3009, 3010, 3011}) {
+        const std::wstring text = strings.Text(number);
+        strings.Set(number, text + text.substr(0, text.size() / 3));
+    }
+    shared.usescreenreading = true;
+    Open();
+    ClickOn(*page->cmdDetails());
+    WaitFor([this] { return page->GetSize().y >= page->GetBestSize().y; });
+    for (wxWindow* control : page->GetChildren()) {
+        const wxSize size = control->GetSize();
+        const wxSize best = control->GetBestSize();
+        EXPECT_GE(size.x, best.x) << control->GetName() << " " << control->GetLabel();
+        EXPECT_GE(size.y, best.y) << control->GetName() << " " << control->GetLabel();
+        EXPECT_TRUE(page->GetClientRect().Contains(control->GetRect())) << control->GetName();
+        EXPECT_TRUE(control->IsShown()) << control->GetName();
+    }
+}
+
+} // namespace
+} // namespace voxtrel::screenreading
