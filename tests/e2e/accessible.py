@@ -77,39 +77,39 @@ class Window:
 
     def show_page(self, name):
         tab = self.find("page tab", name)
-        tab.get_parent().get_selection_iface().select_child(tab.get_index_in_parent())
+        Atspi.Selection.select_child(tab.get_parent(), tab.get_index_in_parent())
         harness.wait_for(lambda: has_state(self.find("page tab", name), Atspi.StateType.SELECTED), f"the page {name}")
 
     def click(self, role, name):
         item = self.find(role, name)
         harness.wait_for(lambda: has_state(item, Atspi.StateType.SENSITIVE), f"{name} to be enabled")
-        item.get_action_iface().do_action(0)
+        Atspi.Action.do_action(item, 0)
 
     def choose(self, name, entry):
         """In a drop-down list."""
         box = self.find("combo box", name)
         harness.wait_for(lambda: has_state(box, Atspi.StateType.SENSITIVE), f"{name} to be enabled")
         entries = [attempt(item.get_name) for item in below(box) if attempt(item.get_role_name) == "menu item"]
-        box.get_selection_iface().select_child(entries.index(entry))
+        Atspi.Selection.select_child(box, entries.index(entry))
 
     def chosen(self, name):
         box = self.find("combo box", name)
-        selected = box.get_selection_iface().get_selected_child(0)
+        selected = Atspi.Selection.get_selected_child(box, 0)
         return attempt(selected.get_name, "") if selected else ""
 
     def set_slider(self, name, value):
         slider = self.find("slider", name)
         harness.wait_for(lambda: has_state(slider, Atspi.StateType.SENSITIVE), f"{name} to be enabled")
-        slider.get_value_iface().set_current_value(value)
+        Atspi.Value.set_current_value(slider, value)
 
     def slider(self, name):
-        return self.find("slider", name).get_value_iface().get_current_value()
+        return Atspi.Value.get_current_value(self.find("slider", name))
 
     def type_into(self, name, text):
-        self.find("text", name).get_editable_text_iface().set_text_contents(text)
+        Atspi.EditableText.set_text_contents(self.find("text", name), text)
 
     def text(self, name):
-        return Atspi.Text.get_text(self.find("text", name).get_text_iface(), 0, -1)
+        return Atspi.Text.get_text(self.find("text", name), 0, -1)
 
     def is_checked(self, role, name):
         return has_state(self.find(role, name), Atspi.StateType.CHECKED)

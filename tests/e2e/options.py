@@ -271,6 +271,36 @@ class KeyboardAlone(OptionsScenario):
         self.quit(program)
 
 
+class Opening(OptionsScenario):
+    def test_right_click_on_the_character_offers_the_options(self):
+        program = self.start_and_wait()
+        wait_for(lambda: [w for w in self.display.windows()
+                          if w[2:] == (128, 128, 100, 100) and self.display.is_viewable(w[0])], "the character")
+        program.wait_event("request-complete", lambda event: event["text"] == "Show")
+        self.display.run("xdotool", "mousemove", "164", "170", "click", "3")
+        # The menu takes keys once it is there: a window that begins at the pointer.
+        wait_for(lambda: [w for w in self.display.windows() if 140 < w[4] < 180 and 150 < w[5] < 190
+                          and self.display.is_viewable(w[0])], "the menu")
+        self.press("Down", "Return")
+        self.options.wait()
+        self.quit(program)
+
+    def test_ten_thousand_pronunciations_are_listed_quickly(self):
+        os.makedirs(os.path.dirname(self.home.settings_file))
+        with open(self.home.settings_file, "w", encoding="utf-8") as file:
+            file.write('Voxtrel settings 1\napplication "Orvella"\nsection "modify"\n')
+            file.writelines(f'"word{i}" = "sound {i}"\n' for i in range(10000))
+            file.write("end\n")
+        program = self.start_and_wait()
+        begun = time.monotonic()
+        self.assertEqual(self.call("--options")[0], 0)
+        self.options.wait()
+        seconds = time.monotonic() - begun
+        print(f"opened in {seconds:.2f} s ...", end=" ")
+        self.assertLess(seconds, 5)
+        self.quit(program)
+
+
 class Help(OptionsScenario):
     def test_help_opens_the_manual_in_the_browser(self):
         opened = self.home.path("opened")
