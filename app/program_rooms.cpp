@@ -65,7 +65,7 @@ ProgramRooms::ProgramRooms(const RoomServices& services, const OnMainWindow& mai
                 .access = services.access,
                 .hotKeys = hotKeys_,
                 .iconFolder = services.folder.Beside(L"icons"),
-                .helpFile = services.helpFile})
+                .helpFile = mainWindow.HelpFile})
 {
 }
 

@@ -33,7 +33,6 @@ struct RoomServices {
     platform::Messages& messages;
     platform::OVAccessibility& access;
     Trace& trace;
-    std::function<std::wstring()> helpFile; // the one that start-up has set
 };
 
 // The rooms of the program as they are built.
@@ -43,6 +42,7 @@ public:
     struct OnMainWindow {
         std::function<void()> DoEvents; // handles what is waiting in the event queue, once
         std::function<void(std::wstring_view)> SetLabel1;
+        std::function<std::wstring()> HelpFile; // the one that start-up has set
     };
 
     // What is handed in outlives the rooms.

@@ -81,9 +81,10 @@ struct VoxtrelApp::House {
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
           store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
           access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
-          rooms({store, shared, strings, folder, *desktop, messages, access, trace, [this] { return frame->HelpFile(); }},
+          rooms({store, shared, strings, folder, *desktop, messages, access, trace},
                 {.DoEvents = [this] { frame->DoEvents(); },
-                 .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); }})
+                 .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
+                 .HelpFile = [this] { return frame->HelpFile(); }})
     {
     }
 

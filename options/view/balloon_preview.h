@@ -14,6 +14,8 @@ public:
     void SetLettering(const wxString& fontName, int points);
 
     bool AcceptsFocus() const override { return false; }
+    // Beside the balloon the page is seen.
+    bool HasTransparentBackground() override { return true; }
 
 protected:
     wxSize DoGetBestClientSize() const override;

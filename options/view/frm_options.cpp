@@ -5,6 +5,7 @@
 #include "options/view/manual.h"
 #include "options/view/value_slider.h"
 #include "platform/accessible_name.h"
+#include "screenreading/view/screen_reading_page.h"
 #include "settings/string_numbers.h"
 #include "settings/view/wx_form.h"
 
@@ -40,6 +41,8 @@ constexpr PageDesign kPages[] = {
     {"3923:Voice", MakeVoicePage},         {"3924:Pronunciations", MakePronunciationsPage},
     {"3925:Hot Keys", MakeHotKeysPage},
 };
+
+constexpr int kScreenReadingTab = 3403;
 
 constexpr int kIconSizes[] = {16, 24, 32, 48};
 
@@ -109,6 +112,11 @@ void frmOptions::MakePages()
         tabs_->AddPage(design.make(tabs_, controls_), tab.AfterFirst(':'));
         tabNumbers_.push_back(wxAtoi(tab));
     }
+    const OptionsServices& s = services_.options;
+    screenReading_ = new screenreading::ScreenReadingPage(
+        tabs_, {s.store, s.shared, services_.access, s.folder}, s.strings, [this] { MakeRoomForDetails(); });
+    tabs_->AddPage(screenReading_, "Screen Reading");
+    tabNumbers_.push_back(kScreenReadingTab);
 }
 
 wxSizer* frmOptions::MakeButtons()
@@ -213,6 +221,7 @@ void frmOptions::Unload()
     if (unloading_)
         return;
     unloading_ = true;
+    screenReading_->Form_Unload();
     options_.Form_Unload();
     if (services_.unloaded)
         services_.unloaded();
@@ -249,7 +258,22 @@ void frmOptions::NameControls()
                                       controls_.hotkeycheck[i]->GetLabelText().ToStdWstring()));
 }
 
-void frmOptions::LoadScreenReadingPage() {}
+void frmOptions::LoadScreenReadingPage()
+{
+    screenReading_->Form_Load();
+    heightOfScreenReading_ = screenReading_->GetSizer()->CalcMin().y;
+}
+
+// The details panel opens below the rest of its page: the dialog grows by its height, and shrinks when it is
+// closed.
+void frmOptions::MakeRoomForDetails()
+{
+    const int height = screenReading_->GetSizer()->CalcMin().y;
+    const int grown = height - heightOfScreenReading_;
+    heightOfScreenReading_ = height;
+    SetMinSize(wxSize(GetMinSize().x, GetMinSize().y + grown));
+    SetSize(GetSize().x, GetSize().y + grown);
+}
 
 void frmOptions::FillDropDown(DropDown list, const std::vector<std::wstring>& entries,
                               std::optional<std::size_t> selected)

@@ -2,6 +2,7 @@
 
 #include "options/options.h"
 #include "options/view/options_controls.h"
+#include "platform/accessibility.h"
 
 #include <wx/dialog.h>
 #include <wx/notebook.h>
@@ -10,11 +11,16 @@
 #include <string>
 #include <vector>
 
+namespace voxtrel::screenreading {
+class ScreenReadingPage;
+}
+
 namespace voxtrel::options {
 
 // What the window needs beside its thinking.
 struct FormServices {
     OptionsServices options;
+    platform::OVAccessibility& access;
     std::wstring iconFolder;
     std::wstring helpFile;
     std::function<void()> unloaded; // the window is about to be destroyed: forget it
@@ -66,6 +72,7 @@ private:
     void BindPronunciations();
     void NameControls();
     int WidthOfTabs() const;
+    void MakeRoomForDetails();
     void EnableChosenPage();
     void EnablePronunciationButtons();
     void ImportFromFile();
@@ -103,11 +110,13 @@ private:
     FormServices services_;
     OptionsControls controls_;
     wxNotebook* tabs_ = nullptr; // owned by the dialog, as all windows here
+    screenreading::ScreenReadingPage* screenReading_ = nullptr;
     wxButton* ok_but_ = nullptr;
     wxButton* cancel_but_ = nullptr;
     wxButton* Command1_ = nullptr;
     std::vector<int> tabNumbers_;      // of the pages' texts
     std::vector<std::wstring> listed_; // what List1 holds
+    int heightOfScreenReading_ = 0;    // least height of that page, pixels
     bool unloading_ = false;
     int handling_ = 0;
 

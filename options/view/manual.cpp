@@ -4,6 +4,7 @@
 #include <wx/filename.h>
 #include <wx/filesys.h>
 #include <wx/html/htmlwin.h>
+#include <wx/image.h>
 #include <wx/log.h>
 #include <wx/sizer.h>
 #include <wx/utils.h>
@@ -24,6 +25,8 @@ void OpenInWindow(const wxString& path, wxWindow* parent)
 {
     auto* window = new wxDialog(parent, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
+    if (wxImage::FindHandler(wxBITMAP_TYPE_PNG) == nullptr)
+        wxImage::AddHandler(new wxPNGHandler);
     auto* page = new wxHtmlWindow(window);
     page->SetStandardFonts();
     page->LoadFile(path);

@@ -12,6 +12,7 @@ void OptionsRoom::ShowOptions(agent::Control& agent1)
             s.strings);
         window_ = new frmOptions({.options = {s.store, s.shared, s.strings, s.folder, s.desktop, s.messages,
                                               s.hotKeys, *characters_},
+                                  .access = s.access,
                                   .iconFolder = s.iconFolder,
                                   .helpFile = s.helpFile(),
                                   .unloaded = [this] { window_ = nullptr; }});

@@ -1,5 +1,7 @@
 #include "options/view/options_controls.h"
 
+#include "platform/focus.h"
+
 #include <wx/button.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
@@ -19,6 +21,7 @@ wxSizer* MakeList(wxWindow* page, OptionsControls& controls)
     controls.List1 =
         new wxListBox(page, wxID_ANY, wxDefaultPosition, page->FromDIP(wxSize(kListWidth, kListHeight)));
     controls.List1->SetName("List1");
+    platform::FocusContent(*controls.List1);
     column->Add(label, wxSizerFlags().Border(wxBOTTOM, Gap(*page)));
     column->Add(controls.List1, wxSizerFlags(1).Expand());
     controls.labelled.push_back({label, controls.List1});
@@ -60,12 +63,13 @@ wxPanel* MakePronunciationsPage(wxWindow* tabs, OptionsControls& controls)
 {
     auto* page = new wxPanel(tabs);
     const int gap = GroupGap(*page);
-    auto* halves = new wxBoxSizer(wxHORIZONTAL);
-    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand());
+    // The boxes come first: a list that gets the focus chooses an entry on some systems.
     auto* editing = new wxBoxSizer(wxVERTICAL);
     editing->Add(MakeTexts(page, controls), wxSizerFlags().Expand());
     editing->Add(MakeButtons(page, controls), wxSizerFlags().Expand().Border(wxTOP, gap));
-    halves->Add(editing, wxSizerFlags(1).Border(wxLEFT, gap));
+    auto* halves = new wxBoxSizer(wxHORIZONTAL);
+    halves->Add(editing, wxSizerFlags(1));
+    halves->Add(MakeList(page, controls), wxSizerFlags(1).Expand().Border(wxLEFT, gap));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakeLabel(page, "3996:Type a word and how it should sound, listen to it, and save it."),
                 wxSizerFlags().Border(wxALL, gap));
