@@ -104,8 +104,8 @@ class Control {
 public:
     virtual ~Control() = default;
 
-    // Loads the character file at path under the client's own name id, without showing it. Identifiers are
-    // compared without regard to case. Fails with CharacterAlreadyLoaded, FileNotFound, NotACharacterFile, ...
+    // Loads the character file at path under the client's own name id, without showing it. It stands where the
+    // character stood that was unloaded last. Identifiers are compared without regard to case. Fails with CharacterAlreadyLoaded, FileNotFound, NotACharacterFile, ...
     virtual Result Load(std::wstring_view id, std::wstring_view path) = 0;
 
     // Stops and hides at once, without a hiding animation, and frees the character.

@@ -86,10 +86,8 @@ void MainFrame::MakeTray()
         });
     const int showOptions = mnu_root_.Append(wxID_ANY, "1101:Show &Speech Options")->GetId();
     const int toolbar = mnu_root_.Append(wxID_ANY, "1103:Hide &Toolbar")->GetId();
-    sysTray_->Bind(
-        wxEVT_MENU, [this](wxCommandEvent&) { main_->mnu_showOptions_Click(); }, showOptions);
-    sysTray_->Bind(
-        wxEVT_MENU, [this](wxCommandEvent&) { main_->mnu_toolbar_Click(); }, toolbar);
+    mnu_root_.Bind(wxEVT_MENU, [this](wxCommandEvent&) { main_->mnu_showOptions_Click(); }, showOptions);
+    mnu_root_.Bind(wxEVT_MENU, [this](wxCommandEvent&) { main_->mnu_toolbar_Click(); }, toolbar);
 }
 
 void MainFrame::MakeTimers()
@@ -162,6 +160,15 @@ void MainFrame::SetInTray(bool shown) { sysTray_->SetShown(shown); }
 void MainFrame::SetTrayTip(std::wstring_view tip) { sysTray_->SetTip(tip); }
 
 void MainFrame::PopupTrayMenu() { sysTray_->PopupMenu(&mnu_root_); }
+
+void MainFrame::PopupMenuOfCharacter()
+{
+    // The press on the character comes to its end first: the menu waits for the user.
+    CallAfter([this] {
+        if (main_)
+            PopupTrayMenu();
+    });
+}
 
 void MainFrame::SetHelpFile(std::wstring_view path) { helpFile_ = path; }
 

@@ -28,6 +28,12 @@ public:
     // Hands events to main from now on, and starts the timers; null ends both.
     void Attach(Main* main);
 
+    // The tray menu, where the pointer is, for a right click on the character.
+    void PopupMenuOfCharacter();
+
+    // As start-up has set it.
+    const std::wstring& HelpFile() const { return helpFile_; }
+
     platform::NativeWindow hWnd() const override;
     void LocaliseForm(const settings::StringTable& table) override;
     void SetTitle(std::wstring_view title) override;

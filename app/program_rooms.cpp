@@ -55,7 +55,17 @@ ProgramRooms::ProgramRooms(const RoomServices& services, const OnMainWindow& mai
                    .messages = services.messages,
                    .iconFolder = services.folder.Beside(L"icons"),
                    .showOptions = [this] { ShowOptions(); },
-                   .unloaded = {}})
+                   .unloaded = {}}),
+      options_({.store = services.store,
+                .shared = services.shared,
+                .strings = services.strings,
+                .folder = services.folder,
+                .desktop = services.desktop,
+                .messages = services.messages,
+                .access = services.access,
+                .hotKeys = hotKeys_,
+                .iconFolder = services.folder.Beside(L"icons"),
+                .helpFile = mainWindow.HelpFile})
 {
 }
 
@@ -63,7 +73,16 @@ void ProgramRooms::LoadHotKeys() { hotkeys::LoadHotKeys(hotKeys_, services_.stor
 
 void ProgramRooms::UpdateTargetWindow() { selection_.UpdateTargetWindow(); }
 
-void ProgramRooms::PollHotKeys() { hotkeys::PollHotKeys(hotKeys_, *ports_.keyboard, selection_); }
+void ProgramRooms::PollHotKeys()
+{
+    const auto before = hotKeys_.HotKeyLatched;
+    hotkeys::PollHotKeys(hotKeys_, *ports_.keyboard, selection_);
+    for (int row = 1; row <= hotkeys::kHotKeyRows; ++row) {
+        if (before[row] != hotKeys_.HotKeyLatched[row])
+            services_.trace.Write("hot-key",
+                                  {{"number", std::int64_t{row}}, {"down", hotKeys_.HotKeyLatched[row]}});
+    }
+}
 
 void ProgramRooms::SpeakSelected() { selection_.SpeakSelected(); }
 
@@ -74,6 +93,14 @@ void ProgramRooms::ReadScreen()
     services_.access.Poll();
     screenReader_.Timer2_Timer();
 }
+
+void ProgramRooms::ShowOptions()
+{
+    if (agent1_ != nullptr)
+        options_.ShowOptions(*agent1_);
+}
+
+void ProgramRooms::UnloadOptions() { options_.UnloadOptions(); }
 
 bool ProgramRooms::ReadInTextReader(const std::wstring& text)
 {

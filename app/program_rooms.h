@@ -4,6 +4,7 @@
 #include "app/trace.h"
 #include "hotkeys/hot_key_table.h"
 #include "hotkeys/selection.h"
+#include "options/view/options_room.h"
 #include "platform/accessibility.h"
 #include "platform/desktop.h"
 #include "platform/messages.h"
@@ -41,12 +42,16 @@ public:
     struct OnMainWindow {
         std::function<void()> DoEvents; // handles what is waiting in the event queue, once
         std::function<void(std::wstring_view)> SetLabel1;
+        std::function<std::wstring()> HelpFile; // the one that start-up has set
     };
 
     // What is handed in outlives the rooms.
     ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow);
 
-    platform::DesktopReach Reach() const { return ports_.reach; }
+    platform::DesktopReach Reach() const override { return ports_.reach; }
+    // The options change the character through this; until it is given there are no options to show. It outlives the
+    // dialog; null takes it away.
+    void SetAgent(agent::Control* agent1) { agent1_ = agent1; }
 
     void LoadHotKeys() override;
     void UpdateTargetWindow() override;
@@ -54,6 +59,8 @@ public:
     void SpeakSelected() override;
     void ReadSelected() override;
     void ReadScreen() override;
+    void ShowOptions() override;
+    void UnloadOptions() override;
     bool ReadInTextReader(const std::wstring& text) override;
     void OpenInTextReader() override;
     void UnloadTextReader() override;
@@ -70,6 +77,8 @@ private:
     hotkeys::Selection selection_;
     screenreading::ScreenReader screenReader_;
     textreader::TextReaderRoom textReader_;
+    options::OptionsRoom options_;
+    agent::Control* agent1_ = nullptr;
 };
 
 } // namespace voxtrel::app

@@ -1,5 +1,7 @@
 #include "app/toolbar.h"
 
+#include "platform/accessible_name.h"
+
 #include <wx/bmpbndl.h>
 #include <wx/sizer.h>
 
@@ -11,8 +13,8 @@ constexpr int kButtonGap = 5; // wide enough for the window to show its title
 
 } // namespace
 
-Toolbar::Toolbar(wxWindow* parent, const std::vector<ToolbarButtonDesign>& designs, const std::wstring& iconFolder,
-                 std::function<void(std::string_view)> ButtonClick)
+Toolbar::Toolbar(wxWindow* parent, const std::vector<ToolbarButtonDesign>& designs,
+                 const std::wstring& iconFolder, std::function<void(std::string_view)> ButtonClick)
     : wxPanel(parent)
 {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -46,8 +48,7 @@ void Toolbar::SetButtons(const std::vector<settings::ButtonModel>& buttons)
 void Toolbar::SetToolTipText(std::size_t index, const wxString& text)
 {
     buttons_[index]->SetToolTip(text);
-    buttons_[index]->SetLabel(text);
-    buttons_[index]->SetName(text);
+    platform::SetAccessibleName(*buttons_[index], text.ToStdWstring());
 }
 
 } // namespace voxtrel::app

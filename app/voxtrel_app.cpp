@@ -83,7 +83,8 @@ struct VoxtrelApp::House {
           access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
           rooms({store, shared, strings, folder, *desktop, messages, access, trace},
                 {.DoEvents = [this] { frame->DoEvents(); },
-                 .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); }})
+                 .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
+                 .HelpFile = [this] { return frame->HelpFile(); }})
     {
     }
 
@@ -92,7 +93,9 @@ struct VoxtrelApp::House {
     {
         commands.reset();
         frame->Attach(nullptr);
+        rooms.UnloadOptions();
         rooms.UnloadTextReader(); // it silences its character
+        rooms.SetAgent(nullptr);
         agent1.reset();
         main.reset();
         frame->Destroy();
@@ -135,8 +138,9 @@ std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
             trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
         };
     }
+    const auto menu = [frame = house_->frame](wxWindow&, const wxPoint&) { frame->PopupMenuOfCharacter(); };
     return agent::stage::MakeEmbeddedControl(agent::speech::MakeSpeechEngine(std::move(speech)),
-                                             agent::view::MakeStageView({}), stage);
+                                             agent::view::MakeStageView({.menu = menu}), stage);
 }
 
 bool VoxtrelApp::OnInit()
@@ -179,6 +183,7 @@ bool VoxtrelApp::OpenHouse()
         return false;
     }
     house.agent1 = MakeAgent();
+    house.rooms.SetAgent(house.agent1.get());
     house.main = std::make_unique<Main>(
         MainServices{house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop,
                      house.messages, house.access, *instances_, *house.frame, house.rooms, house.trace});

@@ -14,6 +14,8 @@ inline constexpr int kMainTitle = 1000;
 inline constexpr int kToolTipBase = 1000; // plus twice the number of the toolbar's button, 1 to 5
 inline constexpr int kTrayTipHidden = 1011;
 inline constexpr int kTrayTipShown = 1012;
+inline constexpr int kReachX11Only = 1021;
+inline constexpr int kReachNothing = 1022;
 inline constexpr int kMenuShowOptions = 1101;
 inline constexpr int kMenuShowToolbar = 1102;
 inline constexpr int kMenuHideToolbar = 1103;
@@ -54,5 +56,20 @@ inline constexpr int kTestLargeBalloon = 3903;
 inline constexpr int kFirstSize = 3904; // three: large, normal, small
 inline constexpr int kHotKeyInUse = 3910;
 inline constexpr int kFirstPosition = 3912; // four: where a hidden character is parked
+
+inline constexpr int kPercent = 3960;
+inline constexpr int kMilliseconds = 3961;
+inline constexpr int kBalloonSample = 3962;
+inline constexpr int kHotKeyName = 3963;
+inline constexpr int kImportTitle = 3984;
+inline constexpr int kExportTitle = 3985;
+inline constexpr int kPronunciationFiles = 3986;
+inline constexpr int kImported = 3987;
+inline constexpr int kLinesSkipped = 3988;
+inline constexpr int kExported = 3989;
+inline constexpr int kEntriesSkipped = 3990;
+inline constexpr int kFileNotWritten = 3991;
+inline constexpr int kExportFileName = 3992;
+inline constexpr int kNoManual = 3993;
 
 } // namespace voxtrel::settings::strings

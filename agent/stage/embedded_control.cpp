@@ -39,6 +39,8 @@ Result EmbeddedControl::Load(std::wstring_view id, std::wstring_view path)
         return AlreadyLoaded(id);
     characters_.push_back(
         std::make_unique<StageCharacter>(stage_, std::wstring(id), std::move(read.character)));
+    Ignore(characters_.back()->SetTop(lastTop_));
+    Ignore(characters_.back()->SetLeft(lastLeft_));
     return Result::Success();
 }
 
@@ -49,6 +51,8 @@ Result EmbeddedControl::Unload(std::wstring_view id)
     if (found == characters_.end())
         return Result::Failure(ErrorCode::CharacterIdNotValid,
                                L"No character named \"" + std::wstring(id) + L"\" is loaded.");
+    lastTop_ = (*found)->Top();
+    lastLeft_ = (*found)->Left();
     characters_.erase(found);
     return Result::Success();
 }

@@ -47,6 +47,9 @@ private:
     StageContext stage_;
     ControlEvents* client_ = nullptr;
     std::vector<std::unique_ptr<StageCharacter>> characters_;
+    // Where the character stood that was unloaded last: the next one begins there.
+    long lastTop_ = 0;
+    long lastLeft_ = 0;
 };
 
 struct StageOptions {

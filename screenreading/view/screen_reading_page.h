@@ -28,6 +28,8 @@ public:
 
     // Fills the list of roles, then the box for screen reading as a whole.
     void Form_Load();
+    // The dialog is about to go: what was handed in is used no more.
+    void Form_Unload() { Timer1_.Stop(); }
 
     // The button that opens and closes the details panel, and whether it is open.
     wxButton* cmdDetails() const { return cmdDetails_; }

@@ -68,6 +68,16 @@ TEST_F(ControlTest, UnloadSilencesAndHidesAtOnceWithoutAnimation)
     EXPECT_TRUE(frames.empty());
 }
 
+TEST_F(ControlTest, CharacterBeginsWhereTheUnloadedOneStood)
+{
+    Ignore(genie->SetTop(345));
+    Ignore(genie->SetLeft(-67));
+    ASSERT_TRUE(control->Unload(L"genie").Ok());
+    ASSERT_TRUE(control->Load(L"merle", L"other.acs").Ok());
+    EXPECT_EQ(control->Find(L"merle")->Top(), 345);
+    EXPECT_EQ(control->Find(L"merle")->Left(), -67);
+}
+
 TEST_F(ControlTest, AnotherCharacterSpeaksAfterAnUnload)
 {
     ShowGenie();

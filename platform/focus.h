@@ -1,0 +1,11 @@
+#pragma once
+
+class wxWindow;
+
+namespace voxtrel::platform {
+
+// Lets the content of a control that scrolls take the focus, never the frame around it: keys that reach the frame do
+// nothing.
+void FocusContent(wxWindow& control);
+
+} // namespace voxtrel::platform
