@@ -35,7 +35,7 @@ public:
     // short: some programs begin to arrange an answer when they are first asked.
     static constexpr std::chrono::milliseconds kFirstPause{250};
     static constexpr std::chrono::milliseconds kLongestPause{3000};
-    static constexpr std::chrono::milliseconds kFirstPauseUnanswered{2000};
+    static constexpr std::chrono::milliseconds kFirstPauseUnanswered{1000};
     static constexpr std::chrono::milliseconds kLongestPauseUnanswered{30000};
 
 private:

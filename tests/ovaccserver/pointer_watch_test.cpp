@@ -64,8 +64,8 @@ TEST_F(PointerWatchTest, LooksAgainSoonAfterAClick)
 
 TEST_F(PointerWatchTest, AsksAProgramThatDoesNotAnswerMoreAndMoreSeldom)
 {
-    // After 2, 4, 8, 16 and then 30 seconds each.
-    EXPECT_EQ(Stay({5, 5}, 59s, false), 5);
+    // After 1, 2, 4, 8, 16 and then 30 seconds each.
+    EXPECT_EQ(Stay({5, 5}, 60s, false), 6);
     EXPECT_EQ(Stay({5, 5}, 60s, false), 2);
     EXPECT_EQ(Stay({50, 5}, 100ms), 1) << "another place is asked at once";
 }
