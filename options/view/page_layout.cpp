@@ -95,7 +95,7 @@ void AddOptionGroup(wxStaticBoxSizer& sizer, OptionsControls& controls, OptionGr
 {
     wxStaticBox* const box = sizer.GetStaticBox();
     const auto index = static_cast<std::size_t>(group);
-    wxRadioButton* const none =
+    auto* const none =
         new wxRadioButton(box, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
     none->Hide();
     controls.noneOfGroup[index] = none;

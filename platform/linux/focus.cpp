@@ -12,7 +12,8 @@ void FocusContent(wxWindow& control)
         gtk_widget_set_can_focus(frame, FALSE);
 }
 
-// wx leaves what was switched off out of the order that it gives to GTK, and makes a new one only after a move.
+// wx leaves what was switched off out of the order that it gives to GTK, and makes a new one only after a
+// move.
 void EnableInTabOrder(wxWindow& control, bool enabled)
 {
     if (!control.Enable(enabled))
