@@ -36,6 +36,7 @@ Main::StartUp Main::Form_Load()
     rolestring = s.store.GetSettingOf(L"orvella_reader", L"agent", L"rolestring", L"");
     s.form.DoEvents();
     MakeTopmost();
+    TellReach();
     s.trace.Write("started", {{"character", std::wstring_view(s.shared.FavouriteAgent)}});
     return StartUp::Running;
 }
@@ -66,6 +67,18 @@ void Main::MakeTopmost()
                                    platform::kNoSizeNoMoveNoActivateShow);
 }
 
+void Main::TellReach()
+{
+    switch (services_.rooms.Reach()) {
+    case platform::DesktopReach::Everything:
+        return;
+    case platform::DesktopReach::X11ProgramsOnly:
+        return Speak(services_.strings.Text(settings::strings::kReachX11Only));
+    case platform::DesktopReach::Nothing:
+        return Speak(services_.strings.Text(settings::strings::kReachNothing));
+    }
+}
+
 void Main::Timer1_Timer()
 {
     services_.rooms.UpdateTargetWindow();
@@ -92,7 +105,8 @@ void Main::LocaliseMain()
     form.SetTitle(strings.Text(settings::strings::kMainTitle));
     form.SetTrayTip(strings.Text(settings::strings::kTrayTipShown));
     for (std::size_t number = 1; number <= std::size(kToolbarKeys); ++number)
-        form.SetButtonToolTip(number, strings.Text(settings::strings::kToolTipBase + 2 * static_cast<int>(number)));
+        form.SetButtonToolTip(number,
+                              strings.Text(settings::strings::kToolTipBase + 2 * static_cast<int>(number)));
     for (const MenuEntry entry : kMenuEntries) {
         const std::int32_t number = settings::ToInt32(form.MenuCaption(entry));
         if (number != 0)
@@ -105,7 +119,8 @@ void Main::mnu_toolbar_Click()
     MainForm& form = services_.form;
     // True is -1: the texts describe the next toggle, and their numbers lie one apart.
     const int v = form.Visible() ? -1 : 0;
-    form.SetMenuCaption(MenuEntry::mnu_toolbar, services_.strings.Text(settings::strings::kMenuHideToolbar + v));
+    form.SetMenuCaption(MenuEntry::mnu_toolbar,
+                        services_.strings.Text(settings::strings::kMenuHideToolbar + v));
     form.SetTrayTip(services_.strings.Text(settings::strings::kTrayTipShown + v));
     form.SetVisible(v == 0);
 }
@@ -177,7 +192,6 @@ void Main::Form_Unload()
 
 void Main::Bookmark(std::int32_t number)
 {
-    services_.trace.Write("bookmark", {{"number", std::int64_t{number}}});
     if (!services_.shared.TextReaderOpen)
         return;
     if (number != kEndOfText)

@@ -42,8 +42,8 @@ struct MainServices {
     Trace& trace;
 };
 
-// The main window's thinking: start-up, the three timers, the character's events, commands, shutdown. One for the
-// whole run. Everything runs on the user-interface thread.
+// The main window's thinking: start-up, the three timers, the character's events, commands, shutdown. One for
+// the whole run. Everything runs on the user-interface thread.
 class Main final : public agent::ControlEvents {
 public:
     explicit Main(const MainServices& services) : services_(services), pronunciations_(services.store) {}
@@ -91,6 +91,7 @@ private:
     void RestoreFirstInstance();
     bool LoadCharacter();
     void MakeTopmost();
+    void TellReach();
     void Read(std::wstring text);
     void Speak(std::wstring text);
 

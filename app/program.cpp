@@ -2,6 +2,7 @@
 #include "app/headless.h"
 #include "app/voxtrel_app.h"
 #include "platform/console.h"
+#include "platform/toolkit.h"
 
 #include <wx/app.h>
 #include <wx/init.h>
@@ -25,6 +26,7 @@ int main(int argc, char** argv)
     if (line.mode == app::RunMode::ReadFile && !app::LoadRequestedText(line, line.text))
         return app::kExitUsage;
     app::VoxtrelApp::SetCommandLine(std::move(line));
+    platform::ChooseToolkitBackend();
     // Our options are no concern of wx and GTK.
     argc = 1;
     wxEntry(argc, argv);

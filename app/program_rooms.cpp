@@ -73,11 +73,26 @@ void ProgramRooms::LoadHotKeys() { hotkeys::LoadHotKeys(hotKeys_, services_.stor
 
 void ProgramRooms::UpdateTargetWindow() { selection_.UpdateTargetWindow(); }
 
-void ProgramRooms::PollHotKeys() { hotkeys::PollHotKeys(hotKeys_, *ports_.keyboard, selection_); }
+void ProgramRooms::PollHotKeys()
+{
+    const auto before = hotKeys_.HotKeyLatched;
+    hotkeys::PollHotKeys(hotKeys_, *ports_.keyboard, selection_);
+    for (int row = 1; row <= hotkeys::kHotKeyRows; ++row) {
+        if (before[row] != hotKeys_.HotKeyLatched[row])
+            services_.trace.Write("hot-key",
+                                  {{"number", std::int64_t{row}}, {"down", hotKeys_.HotKeyLatched[row]}});
+    }
+}
 
 void ProgramRooms::SpeakSelected() { selection_.SpeakSelected(); }
 
 void ProgramRooms::ReadSelected() { selection_.ReadSelected(); }
+
+void ProgramRooms::ReadScreen()
+{
+    services_.access.Poll();
+    screenReader_.Timer2_Timer();
+}
 
 void ProgramRooms::ShowOptions()
 {
@@ -86,12 +101,6 @@ void ProgramRooms::ShowOptions()
 }
 
 void ProgramRooms::UnloadOptions() { options_.UnloadOptions(); }
-
-void ProgramRooms::ReadScreen()
-{
-    services_.access.Poll();
-    screenReader_.Timer2_Timer();
-}
 
 bool ProgramRooms::ReadInTextReader(const std::wstring& text)
 {

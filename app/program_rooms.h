@@ -48,8 +48,7 @@ public:
     // What is handed in outlives the rooms.
     ProgramRooms(const RoomServices& services, const OnMainWindow& mainWindow);
 
-    platform::DesktopReach Reach() const { return ports_.reach; }
-
+    platform::DesktopReach Reach() const override { return ports_.reach; }
     // The options change the character through this; until it is given there are no options to show. It outlives the
     // dialog; null takes it away.
     void SetAgent(agent::Control* agent1) { agent1_ = agent1; }
@@ -59,9 +58,9 @@ public:
     void PollHotKeys() override;
     void SpeakSelected() override;
     void ReadSelected() override;
+    void ReadScreen() override;
     void ShowOptions() override;
     void UnloadOptions() override;
-    void ReadScreen() override;
     bool ReadInTextReader(const std::wstring& text) override;
     void OpenInTextReader() override;
     void UnloadTextReader() override;

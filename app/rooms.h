@@ -1,16 +1,20 @@
 #pragma once
 
+#include "platform/desktop_reach.h"
+
 #include <cstdint>
 #include <string>
 
 namespace voxtrel::app {
 
-// What the main window calls in the rooms beside it. A room that is not part of a build leaves its calls empty.
+// What the main window calls in the rooms beside it. A room that is not part of a build leaves its calls
+// empty.
 class Rooms {
 public:
     virtual ~Rooms() = default;
 
     // Hot keys and selection.
+    virtual platform::DesktopReach Reach() const { return platform::DesktopReach::Everything; }
     virtual void LoadHotKeys() {}
     virtual void UpdateTargetWindow() {}
     virtual void PollHotKeys() {}

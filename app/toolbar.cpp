@@ -48,8 +48,6 @@ void Toolbar::SetButtons(const std::vector<settings::ButtonModel>& buttons)
 void Toolbar::SetToolTipText(std::size_t index, const wxString& text)
 {
     buttons_[index]->SetToolTip(text);
-    buttons_[index]->SetLabel(text);
-    buttons_[index]->SetName(text);
     platform::SetAccessibleName(*buttons_[index], text.ToStdWstring());
 }
 

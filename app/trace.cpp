@@ -3,6 +3,7 @@
 #include "settings/file_path.h"
 #include "settings/text_case.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace voxtrel::app {
@@ -26,6 +27,17 @@ void AppendQuoted(std::string& line, std::string_view utf8)
     line += '"';
 }
 
+// A book that is read aloud must not cost the reader the time of writing it down.
+constexpr std::size_t kLongestText = 4000;
+
+void AppendText(std::string& line, std::wstring_view text)
+{
+    if (text.size() <= kLongestText)
+        return AppendQuoted(line, settings::ToUtf8(text));
+    AppendQuoted(line, settings::ToUtf8(text.substr(0, kLongestText)) + "... (" + std::to_string(text.size()) +
+                           " characters)");
+}
+
 void AppendValue(std::string& line, const Trace::Value& value)
 {
     if (const auto* number = std::get_if<std::int64_t>(&value))
@@ -33,7 +45,7 @@ void AppendValue(std::string& line, const Trace::Value& value)
     else if (const auto* flag = std::get_if<bool>(&value))
         line += *flag ? "true" : "false";
     else
-        AppendQuoted(line, settings::ToUtf8(std::get<std::wstring_view>(value)));
+        AppendText(line, std::get<std::wstring_view>(value));
 }
 
 } // namespace

@@ -11,7 +11,8 @@
 namespace voxtrel::app {
 
 // Writes what the program does, one JSON object a line, for tests and bug reports. Each line holds "t", the
-// milliseconds since the trace was opened, "event", and the event's own fields. Costs nothing when not opened.
+// milliseconds since the trace was opened, "event", and the event's own fields. Of a long text only the beginning and
+// its length are written. Costs nothing when not opened.
 class Trace {
 public:
     using Value = std::variant<std::int64_t, bool, std::wstring_view>;

@@ -15,11 +15,12 @@ constexpr int kRightButton = 2;
 TrayIcon::TrayIcon(wxIconBundle icons, std::function<void(int)> MouseUp, std::function<void()> Click)
     : icons_(std::move(icons))
 {
-    Bind(wxEVT_TASKBAR_LEFT_UP, [MouseUp, Click](wxTaskBarIconEvent&) {
+    // The two events that every desktop sends: the one of a plain click, and the one that asks for the menu.
+    Bind(wxEVT_TASKBAR_LEFT_DOWN, [MouseUp, Click](wxTaskBarIconEvent&) {
         MouseUp(kLeftButton);
         Click();
     });
-    Bind(wxEVT_TASKBAR_RIGHT_UP, [MouseUp](wxTaskBarIconEvent&) { MouseUp(kRightButton); });
+    Bind(wxEVT_TASKBAR_CLICK, [MouseUp](wxTaskBarIconEvent&) { MouseUp(kRightButton); });
 }
 
 void TrayIcon::SetShown(bool shown)

@@ -99,55 +99,57 @@ void Selection::FocusTarget()
 
 void Selection::SpeakSelection()
 {
-    if (requestInProgress_)
-        return;
-    const ScopedFlag inProgress(requestInProgress_);
-    const PutBackAtEnd putBack(userClipboard_);
-    std::wstring text = CopySelection(AfterFront::Yield);
-    if (text.empty())
-        return;
-    services_.Speak(std::move(text));
-    FocusTarget();
-    services_.DoEvents();
+    Request(AfterFront::Yield, [this](std::wstring text) {
+        if (text.empty())
+            return;
+        services_.Speak(std::move(text));
+        ReturnFocus();
+    });
 }
 
 void Selection::ReadSelection()
 {
-    if (requestInProgress_)
-        return;
-    const ScopedFlag inProgress(requestInProgress_);
-    const PutBackAtEnd putBack(userClipboard_);
-    std::wstring text = CopySelection(AfterFront::Yield);
-    if (text.empty())
-        return;
-    services_.ReadInTextReader(std::move(text));
-    // Returned too early, the focus would go to the Text Reader after all.
-    services_.windows.AwaitOwnWindow();
-    FocusTarget();
-    services_.DoEvents();
+    Request(AfterFront::Yield, [this](std::wstring text) {
+        if (text.empty())
+            return;
+        services_.ReadInTextReader(std::move(text));
+        // Returned too early, the focus would go to the Text Reader after all.
+        services_.windows.AwaitOwnWindow();
+        ReturnFocus();
+    });
 }
 
 void Selection::SpeakSelected()
 {
-    if (requestInProgress_)
-        return;
-    const ScopedFlag inProgress(requestInProgress_);
-    const PutBackAtEnd putBack(userClipboard_);
-    std::wstring text = CopySelection(AfterFront::GoOn);
-    userClipboard_.PutBack();
-    services_.Speak(std::move(text)); // also an empty one
+    Request(AfterFront::GoOn, [this](std::wstring text) {
+        userClipboard_.PutBack();
+        services_.Speak(std::move(text)); // also an empty one
+    });
 }
 
 void Selection::ReadSelected()
+{
+    Request(AfterFront::Yield, [this](std::wstring text) {
+        userClipboard_.PutBack();
+        if (!text.empty())
+            services_.ReadInTextReader(std::move(text));
+    });
+}
+
+// The user's text is put back on every way out; a request that wants it back earlier does so itself.
+void Selection::Request(AfterFront afterFront, const std::function<void(std::wstring)>& use)
 {
     if (requestInProgress_)
         return;
     const ScopedFlag inProgress(requestInProgress_);
     const PutBackAtEnd putBack(userClipboard_);
-    std::wstring text = CopySelection(AfterFront::Yield);
-    userClipboard_.PutBack();
-    if (!text.empty())
-        services_.ReadInTextReader(std::move(text));
+    use(CopySelection(afterFront));
+}
+
+void Selection::ReturnFocus()
+{
+    FocusTarget();
+    services_.DoEvents();
 }
 
 void Selection::SpeakClipboard() { services_.Speak(userClipboard_.Text()); }

@@ -55,6 +55,9 @@ private:
     void SpeakClipboard();
     void ReadClipboard();
 
+    void Request(AfterFront afterFront, const std::function<void(std::wstring)>& use);
+    void ReturnFocus();
+
     std::wstring CopySelection(AfterFront afterFront);
     std::wstring CopyByKeys(std::wstring_view keys, platform::NativeWindow target, AfterFront afterFront);
     std::wstring CopyByMessage(platform::NativeWindow target);

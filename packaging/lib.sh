@@ -69,12 +69,14 @@ native_packages=(
 # A display, sound and eyes of one's own, for tests and demonstrations.
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils imagemagick sox)
 # Other programs that a person reads from: the tests that drive the real program need them.
-scenario_packages=(python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad)
+scenario_packages=(
+  python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad xserver-xephyr weston trayer
+)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.
 windows_packages=(
-  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev
+  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev libutf8proc-dev
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64
 )
 fuzz_packages=(clang-14 clang libclang-rt-14-dev)

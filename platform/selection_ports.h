@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/clipboard.h"
+#include "platform/desktop_reach.h"
 #include "platform/keyboard.h"
 #include "platform/keystrokes.h"
 #include "platform/target_windows.h"
@@ -8,14 +9,6 @@
 #include <memory>
 
 namespace voxtrel::platform {
-
-// How far the program can see and reach on this desktop.
-enum class DesktopReach {
-    Everything,
-    X11ProgramsOnly, // other programs hide their keys and windows: hot keys work while an X11 program is in
-                     // front
-    Nothing,         // no hot keys, no selection, no clipboard of other programs
-};
 
 // What selection requests and hot keys are made with. The parts know each other and stay together; each
 // works, as if nothing were there, also where the desktop cannot be reached.

@@ -53,7 +53,7 @@ constexpr std::array kKnownTags{
     KnownTag{L"vol", Kind::Volume, Value::Number, kMinVolume, kMaxVolume},
 };
 
-bool SameName(std::wstring_view text, std::wstring_view lower)
+bool IsWord(std::wstring_view text, std::wstring_view lower)
 {
     if (text.size() != lower.size())
         return false;
@@ -87,22 +87,22 @@ std::optional<std::int64_t> ReadNumber(std::wstring_view text)
 
 std::optional<VoiceStyle> ReadStyle(std::wstring_view name)
 {
-    if (SameName(name, L"normal"))
+    if (IsWord(name, L"normal"))
         return VoiceStyle::Normal;
-    if (SameName(name, L"whisper"))
+    if (IsWord(name, L"whisper"))
         return VoiceStyle::Whisper;
-    if (SameName(name, L"monotone"))
+    if (IsWord(name, L"monotone"))
         return VoiceStyle::Monotone;
     return std::nullopt;
 }
 
 std::optional<ReadingContext> ReadContext(std::wstring_view name)
 {
-    if (SameName(name, L"unknown"))
+    if (IsWord(name, L"unknown"))
         return ReadingContext::Unknown;
-    if (SameName(name, L"address"))
+    if (IsWord(name, L"address"))
         return ReadingContext::Address;
-    if (SameName(name, L"e-mail") || SameName(name, L"email"))
+    if (IsWord(name, L"e-mail") || IsWord(name, L"email"))
         return ReadingContext::EMail;
     return std::nullopt;
 }
@@ -186,7 +186,7 @@ std::optional<TagParser::Tag> TagParser::ReadTag()
         ++end;
     const auto name = markup_.substr(position_ + 1, end - position_ - 1);
     for (std::size_t i = 0; i < kKnownTags.size(); ++i) {
-        if (!SameName(name, kKnownTags[i].name))
+        if (!IsWord(name, kKnownTags[i].name))
             continue;
         if (kKnownTags[i].kind != Kind::MapBegin)
             return ReadParameter(static_cast<int>(i), end);

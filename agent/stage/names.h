@@ -1,14 +1,14 @@
 #pragma once
 
 #include "agent/acs/character_file.h"
+#include "agent/acs/names.h"
 
 #include <string_view>
 #include <vector>
 
 namespace voxtrel::agent::stage {
 
-// Equal without regard to case, in the same way under every locale.
-bool SameName(std::wstring_view left, std::wstring_view right);
+using acs::SameName;
 
 // The animation of that name, or null.
 const acs::Animation* FindAnimation(const acs::CharacterFile& file, std::wstring_view name);

@@ -81,16 +81,18 @@ bool CharacterWindow::AnythingToSee(const wxPoint& topLeft) const
     return false;
 }
 
+// Where the window is on the screen is not asked: it may be moving under the pointer, and on a busy desktop the toolkit
+// learns the place of a new window late or never. Only the pointer's own place is sure.
 void CharacterWindow::OnPress(wxMouseEvent& event)
 {
     if (event.LeftDown() && !HasCapture())
         CaptureMouse();
-    input_.Press(ButtonOf(event), ShiftOf(event), PointOf(ClientToScreen(event.GetPosition())));
+    input_.Press(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
 }
 
 void CharacterWindow::OnDoublePress(wxMouseEvent& event)
 {
-    input_.DoublePress(ButtonOf(event), ShiftOf(event), PointOf(ClientToScreen(event.GetPosition())));
+    input_.DoublePress(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
 }
 
 void CharacterWindow::OnRelease(wxMouseEvent& event)
@@ -102,7 +104,6 @@ void CharacterWindow::OnRelease(wxMouseEvent& event)
         menu_(*this, event.GetPosition());
 }
 
-// The window may be moving under the pointer: only the pointer's place on the screen is sure.
 void CharacterWindow::OnMotion(wxMouseEvent& event)
 {
     if (event.Dragging())

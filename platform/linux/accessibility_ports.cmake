@@ -4,8 +4,8 @@ voxtrel_system_library(voxtrel_server_process ${CMAKE_CURRENT_LIST_DIR}/socket_s
 target_link_libraries(voxtrel_server_process PUBLIC voxtrel_settings)
 
 # Of libatspi only the names of roles and states: its calls know no deadline of ours.
-pkg_check_modules(ATSPI REQUIRED IMPORTED_TARGET atspi-2)
-pkg_check_modules(ACCESSIBLE_SOURCE REQUIRED IMPORTED_TARGET gio-2.0 xcb xcb-shape)
+pkg_check_modules(ATSPI REQUIRED IMPORTED_TARGET GLOBAL atspi-2)
+pkg_check_modules(ACCESSIBLE_SOURCE REQUIRED IMPORTED_TARGET GLOBAL gio-2.0 xcb xcb-shape)
 voxtrel_system_library(voxtrel_accessible_source
   ${CMAKE_CURRENT_LIST_DIR}/atspi_accessible.cpp
   ${CMAKE_CURRENT_LIST_DIR}/atspi_bus.cpp

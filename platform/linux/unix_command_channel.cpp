@@ -1,13 +1,15 @@
 // Commands from other programs over a socket that only this user can reach.
 //
-// A client connects, sends one command string as UTF-8, closes its sending side and reads the answer: "ok" and a
-// line feed once the command was accepted. The server never waits for a client: bytes are taken when they are
-// there, and a connection that is too slow, too long or one too many is dropped.
+// A client connects, sends one command string as UTF-8, closes its sending side and reads the answer: "ok"
+// and a line feed once the command was accepted. The server never waits for a client: bytes are taken when
+// they are there. A connection that is too slow is dropped; when there are too many the oldest goes, and when
+// all of them together hold too many bytes, the longest: a client that wants no harm is neither.
 
 #include "platform/command_channel.h"
 #include "platform/linux/runtime_folder.h"
 #include "settings/text_case.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -25,7 +27,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kMaxCommandBytes = 64u << 20;
+constexpr std::size_t kMaxBytes = 64u << 20; // of one connection or of all together
 constexpr std::size_t kMaxConnections = 32;
 constexpr auto kConnectionDeadline = std::chrono::seconds(30);
 constexpr guint kDeadlineCheckSeconds = 5;
@@ -55,7 +57,8 @@ public:
         }
         if (deadlineSource_)
             g_source_remove(deadlineSource_);
-        StopAccepting();
+        if (listenerSource_)
+            g_source_remove(listenerSource_);
         if (listener_ >= 0) {
             close(listener_);
             unlink(path_.c_str());
@@ -72,9 +75,9 @@ public:
         // The instance lock is ours, so a socket left here belongs to a program that was killed.
         unlink(path_.c_str());
         if (listener_ < 0 || bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
-            listen(listener_, 16) != 0)
+            listen(listener_, SOMAXCONN) != 0)
             return false;
-        Accepting();
+        listenerSource_ = Watch(listener_, G_IO_IN, &OnClient);
         deadlineSource_ = g_timeout_add_seconds(kDeadlineCheckSeconds, &OnDeadlineCheck, this);
         return true;
     }
@@ -104,16 +107,10 @@ private:
         return G_SOURCE_CONTINUE;
     }
 
-    void Accepting()
+    // Behind what the user does and sees: a flood of commands stops neither.
+    guint Watch(int socket, GIOCondition condition, GUnixFDSourceFunc handler)
     {
-        if (!listenerSource_)
-            listenerSource_ = g_unix_fd_add(listener_, G_IO_IN, &OnClient, this);
-    }
-
-    void StopAccepting()
-    {
-        if (listenerSource_)
-            g_source_remove(std::exchange(listenerSource_, 0));
+        return g_unix_fd_add_full(G_PRIORITY_DEFAULT_IDLE, socket, condition, handler, this, nullptr);
     }
 
     void Accept()
@@ -123,9 +120,11 @@ private:
             return;
         Connection& connection = connections_[client];
         connection.deadline = Clock::now() + kConnectionDeadline;
-        connection.source = g_unix_fd_add(client, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP), &OnBytes, this);
-        if (connections_.size() >= kMaxConnections)
-            StopAccepting(); // further clients wait in the system's queue
+        connection.source = Watch(client, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP), &OnBytes);
+        if (connections_.size() > kMaxConnections)
+            Drop(std::ranges::min_element(connections_, {}, [](const auto& entry) {
+                     return entry.second.deadline;
+                 })->first);
     }
 
     void Receive(int client)
@@ -135,14 +134,16 @@ private:
         const ssize_t count = read(client, chunk.data(), chunk.size());
         if (count > 0) {
             connection.bytes.append(chunk.data(), static_cast<std::size_t>(count));
-            if (connection.bytes.size() > kMaxCommandBytes)
-                Drop(client);
+            bytesHeld_ += static_cast<std::size_t>(count);
+            if (bytesHeld_ > kMaxBytes)
+                DropLongest();
             return;
         }
         if (count < 0 && (errno == EAGAIN || errno == EINTR))
             return;
         const bool complete = count == 0;
-        const std::string bytes = std::move(connection.bytes);
+        const std::string bytes = std::exchange(connection.bytes, {});
+        bytesHeld_ -= bytes.size();
         if (complete)
             send(client, kAccepted.data(), kAccepted.size(), MSG_NOSIGNAL);
         Drop(client);
@@ -153,10 +154,17 @@ private:
     void Drop(int client)
     {
         const auto found = connections_.find(client);
+        bytesHeld_ -= found->second.bytes.size();
         g_source_remove(found->second.source);
         connections_.erase(found);
         close(client);
-        Accepting();
+    }
+
+    void DropLongest()
+    {
+        Drop(std::ranges::max_element(connections_, {}, [](const auto& entry) {
+                 return entry.second.bytes.size();
+             })->first);
     }
 
     void DropLate()
@@ -175,6 +183,7 @@ private:
     guint listenerSource_ = 0;
     guint deadlineSource_ = 0;
     std::map<int, Connection> connections_;
+    std::size_t bytesHeld_ = 0; // by all connections
 };
 
 // Waits until the socket can be read or written, or the deadline has passed.
@@ -185,20 +194,16 @@ bool WaitFor(int socket, short events, Clock::time_point deadline)
     return left > 0 && poll(&entry, 1, static_cast<int>(left)) == 1;
 }
 
-int Connect(Clock::time_point deadline)
+// The connected socket, or -1.
+int Connect()
 {
     sockaddr_un address{};
     if (!FillAddress(address))
         return -1;
-    // The running program holds its lock a moment before its socket is there.
-    constexpr int kRetryMs = 20;
-    do {
-        const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-        if (client >= 0 && connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
-            return client;
-        close(client);
-        poll(nullptr, 0, kRetryMs);
-    } while (Clock::now() < deadline);
+    const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (client >= 0 && connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
+        return client;
+    close(client);
     return -1;
 }
 
@@ -229,13 +234,20 @@ std::unique_ptr<CommandServer> MakeCommandServer(std::function<void(std::wstring
 
 bool SendCommand(std::wstring_view command)
 {
+    constexpr int kRetryMs = 20;
+    const std::string bytes = settings::ToUtf8(command);
     const Clock::time_point deadline = Clock::now() + kSendDeadline;
-    const int client = Connect(deadline);
-    if (client < 0)
-        return false;
-    const bool taken = Transfer(client, settings::ToUtf8(command), deadline);
-    close(client);
-    return taken;
+    // The running program holds its lock a moment before its socket is there, and drops a connection that is
+    // one too many; what has no answer was not taken.
+    for (;;) {
+        const int client = Connect();
+        const bool taken = client >= 0 && Transfer(client, bytes, deadline);
+        if (client >= 0)
+            close(client);
+        if (taken || Clock::now() >= deadline)
+            return taken;
+        poll(nullptr, 0, kRetryMs);
+    }
 }
 
 } // namespace voxtrel::platform

@@ -104,6 +104,7 @@ class FakeRooms final : public Rooms {
 public:
     explicit FakeRooms(CallLog& log) : log_(log) {}
 
+    platform::DesktopReach Reach() const override { return reach; }
     void LoadHotKeys() override { log_.Add(L"LoadHotKeys"); }
     void UpdateTargetWindow() override { log_.Add(L"UpdateTargetWindow"); }
     void PollHotKeys() override { log_.Add(L"PollHotKeys"); }
@@ -120,9 +121,13 @@ public:
     }
     void UnloadTextReader() override { log_.Add(L"UnloadTextReader"); }
     bool closeTheWindow() const override { return closes; }
-    void TextReaderBookmark(std::int32_t number) override { log_.Add(L"Bookmark " + std::to_wstring(number)); }
+    void TextReaderBookmark(std::int32_t number) override
+    {
+        log_.Add(L"Bookmark " + std::to_wstring(number));
+    }
 
     bool closes = false;
+    platform::DesktopReach reach = platform::DesktopReach::Everything;
 
 private:
     CallLog& log_;
@@ -134,21 +139,9 @@ class MainTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        const std::pair<int, const wchar_t*> texts[] = {
-            {1000, L"Voxtrel"},
-            {1002, L"Start speech"},
-            {1004, L"Open TextReader"},
-            {1006, L"Stop speech"},
-            {1008, L"Open text"},
-            {1010, L"Open Speech Properties Panel"},
-            {1011, L"Show Voxtrel Toolbar"},
-            {1012, L"Hide Voxtrel Toolbar"},
-            {1101, L"Show &Speech Options"},
-            {1102, L"Show &Toolbar"},
-            {1103, L"Hide &Toolbar"},
-        };
-        for (const auto& [number, text] : texts)
-            strings.Set(number, text);
+        for (const int number :
+             {1000, 1002, 1004, 1006, 1008, 1010, 1011, 1012, 1021, 1022, 1101, 1102, 1103})
+            strings.Set(number, L"text " + std::to_wstring(number));
     }
 
     // The program as it runs, without anything in the log.
@@ -187,7 +180,8 @@ protected:
     FakeForm form{log};
     FakeRooms rooms{log};
     Trace trace;
-    Main main{{store, strings, shared, folder, control, desktop, messages, access, instances, form, rooms, trace}};
+    Main main{
+        {store, strings, shared, folder, control, desktop, messages, access, instances, form, rooms, trace}};
 };
 
 TEST_F(MainTest, FirstStartRunsItsStepsInOrder)
@@ -226,11 +220,12 @@ TEST_F(MainTest, SecondStartRestoresTheFirstWindowAndEnds)
     main.Form_Load();
     instances.another = true;
     log.Clear();
-    Main second{{store, strings, shared, folder, control, desktop, messages, access, instances, form, rooms, trace}};
+    Main second{
+        {store, strings, shared, folder, control, desktop, messages, access, instances, form, rooms, trace}};
     EXPECT_EQ(second.Form_Load(), Main::StartUp::SecondInstance);
     const std::vector<std::wstring> expected{
-        L"InTray True",      L"LocaliseForm",     L"SetTitle",
-        L"AnotherIsRunning", L"Read Voxtrel/Startup/hWnd", L"ShowWindow 4711 9",
+        L"InTray True",       L"LocaliseForm", L"SetTitle", L"AnotherIsRunning", L"Read Voxtrel/Startup/hWnd",
+        L"ShowWindow 4711 9",
     };
     EXPECT_EQ(log.Calls(), expected);
 }
@@ -257,6 +252,24 @@ TEST_F(MainTest, ReadsTheRoleStringOfTheReader)
     backend.Write(L"orvella_reader", L"agent", L"rolestring", L"roles");
     main.Form_Load();
     EXPECT_EQ(main.rolestring, L"roles");
+}
+
+TEST_F(MainTest, SaysAtStartWhatCannotBeReachedOnThisDesktop)
+{
+    for (const auto& [reach, text] : {std::pair(platform::DesktopReach::X11ProgramsOnly, L"text 1021"),
+                                      std::pair(platform::DesktopReach::Nothing, L"text 1022")}) {
+        shared.PendingSpeech.clear();
+        agent::Ignore(control.Unload(L"Genie"));
+        rooms.reach = reach;
+        Run();
+        EXPECT_NE(shared.PendingSpeech.find(text), std::wstring::npos) << shared.PendingSpeech;
+    }
+}
+
+TEST_F(MainTest, SaysNothingAtStartWhereEverythingCanBeReached)
+{
+    Run();
+    EXPECT_TRUE(shared.PendingSpeech.empty());
 }
 
 TEST_F(MainTest, GeneralTickRefreshesTheTargetThenPollsTheKeys)
@@ -383,16 +396,15 @@ TEST_F(MainTest, ToolbarButtonsReachTheirActions)
 TEST_F(MainTest, AfterStartUpTheTextsAreThoseOfTheTable)
 {
     Run();
-    EXPECT_EQ(form.title, L"Voxtrel");
-    EXPECT_EQ(form.trayTip, L"Hide Voxtrel Toolbar");
-    EXPECT_EQ(form.captions[MenuEntry::mnu_showOptions], L"Show &Speech Options");
-    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Hide &Toolbar");
+    EXPECT_EQ(form.title, L"text 1000");
+    EXPECT_EQ(form.trayTip, L"text 1012");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_showOptions], L"text 1101");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"text 1103");
     EXPECT_EQ(form.captions[MenuEntry::mnu_root], L"ROOT");
-    EXPECT_EQ(form.toolTips, (std::map<std::size_t, std::wstring>{{1, L"Start speech"},
-                                                                  {2, L"Open TextReader"},
-                                                                  {3, L"Stop speech"},
-                                                                  {4, L"Open text"},
-                                                                  {5, L"Open Speech Properties Panel"}}));
+    EXPECT_EQ(
+        form.toolTips,
+        (std::map<std::size_t, std::wstring>{
+            {1, L"text 1002"}, {2, L"text 1004"}, {3, L"text 1006"}, {4, L"text 1008"}, {5, L"text 1010"}}));
 }
 
 TEST_F(MainTest, ToggleHidesTheToolbarAndDescribesTheNextToggle)
@@ -400,12 +412,12 @@ TEST_F(MainTest, ToggleHidesTheToolbarAndDescribesTheNextToggle)
     Run();
     main.mnu_toolbar_Click();
     EXPECT_FALSE(form.visible);
-    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Show &Toolbar");
-    EXPECT_EQ(form.trayTip, L"Show Voxtrel Toolbar");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"text 1102");
+    EXPECT_EQ(form.trayTip, L"text 1011");
     main.SysTray_Click();
     EXPECT_TRUE(form.visible);
-    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"Hide &Toolbar");
-    EXPECT_EQ(form.trayTip, L"Hide Voxtrel Toolbar");
+    EXPECT_EQ(form.captions[MenuEntry::mnu_toolbar], L"text 1103");
+    EXPECT_EQ(form.trayTip, L"text 1012");
 }
 
 TEST_F(MainTest, OnlyTheRightButtonOpensTheTrayMenu)
@@ -425,7 +437,9 @@ TEST(Trace, WritesOneJsonObjectALine)
         Trace trace;
         trace.Write("lost");
         ASSERT_TRUE(trace.Open(settings::FromPath(file)));
-        trace.Write("speak", {{"markup", std::wstring_view(L"\"é\"\\\n")}, {"number", std::int64_t{-3}}, {"on", true}});
+        trace.Write(
+            "speak",
+            {{"markup", std::wstring_view(L"\"é\"\\\n")}, {"number", std::int64_t{-3}}, {"on", true}});
         trace.Write("end");
     }
     std::ifstream stream(file);
@@ -436,6 +450,21 @@ TEST(Trace, WritesOneJsonObjectALine)
     std::getline(stream, line);
     EXPECT_EQ(line.substr(line.find(",\"event\"")), R"(,"event":"end"})");
     EXPECT_FALSE(std::getline(stream, line));
+}
+
+TEST(Trace, WritesTheBeginningAndTheLengthOfALongText)
+{
+    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "voxtrel-long-trace-test.json";
+    {
+        Trace trace;
+        ASSERT_TRUE(trace.Open(settings::FromPath(file)));
+        trace.Write("speak", {{"markup", std::wstring_view(std::wstring(5000, L'a'))}});
+    }
+    std::ifstream stream(file);
+    std::string line;
+    std::getline(stream, line);
+    EXPECT_LT(line.size(), 4200U);
+    EXPECT_NE(line.find("aaa... (5000 characters)\"}"), std::string::npos) << line;
 }
 
 } // namespace

@@ -1,16 +1,6 @@
 """The windows of the program as a screen reader finds and operates them, through AT-SPI."""
 
-import os
-import sys
-
-try:
-    import gi
-except ImportError:
-    # Another Python stands in the path before the system's, which has the bindings.
-    system = "/usr/bin/python3"
-    if sys.executable == system or not os.path.exists(system):
-        raise
-    os.execv(system, [system] + sys.argv)
+import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402  # the version must be named first
@@ -41,6 +31,44 @@ def below(accessible):
 
 def has_state(accessible, state):
     return attempt(lambda: accessible.get_state_set().contains(state), False)
+
+
+def find(role=None, name=None, under=None):
+    """The first object with that role and name, top down; None when there is none."""
+    for accessible in below(under or Atspi.get_desktop(0)):
+        if role in (None, attempt(accessible.get_role_name)) and name in (None, attempt(accessible.get_name)):
+            return accessible
+    return None
+
+
+def place(accessible):
+    """The middle of the object on the screen, in pixels; None while it is not to be seen."""
+    box = attempt(lambda: accessible.get_extents(Atspi.CoordType.SCREEN))
+    if not box or box.width <= 1 or not has_state(accessible, Atspi.StateType.SHOWING):
+        return None
+    return box.x + box.width // 2, box.y + box.height // 2
+
+
+def has_focus(window):
+    """Whether an object of the window has the keyboard."""
+    return any(has_state(accessible, Atspi.StateType.FOCUSED) for accessible in below(window))
+
+
+def text(accessible):
+    return attempt(lambda: Atspi.Text.get_text(accessible, 0, -1))
+
+
+def color_runs(accessible):
+    """Every run of the text with a foreground colour other than black, as (first, end, "red,green,blue")."""
+    length = Atspi.Text.get_character_count(accessible)
+    runs, position = [], 0
+    while position < length:
+        attributes, first, end = Atspi.Text.get_attribute_run(accessible, position, False)
+        color = attributes.get("fg-color", "0,0,0")
+        if color != "0,0,0":
+            runs.append((first, end, color))
+        position = max(end, position + 1)
+    return runs
 
 
 class Window:

@@ -50,7 +50,7 @@ class Headless(Scenario):
     def test_lists_the_characters(self):
         code, output, _ = self.call("--list-characters")
         self.assertEqual(code, 0)
-        self.assertIn("genie", output.decode().splitlines())
+        self.assertLessEqual({"genie", "beatrice", "amble"}, set(output.decode().splitlines()))
 
     def test_help_and_version(self):
         self.assertIn(b"--wav", self.call("--help")[1])

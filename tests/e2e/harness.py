@@ -1,6 +1,7 @@
 """Drives the real program as a user would, on the display that tests/with-display gives, with a home folder of its
 own and the program's trace to wait on. Through Wine when VOXTREL_E2E_PROGRAM names an .exe."""
 
+import atexit
 import json
 import os
 import re
@@ -103,9 +104,11 @@ class Voxtrel:
         full = home.environment(display.environment)
         full["VOXTREL_RECORD"] = native(self.recording)
         full.update(environment or {})
+        # A file, because a pipe ends only with the last program that was started from here.
+        self.errors = open(self.trace_file + ".errors", "w+", encoding="utf-8", errors="replace")
         self.process = subprocess.Popen(
             command("--trace", native(self.trace_file), *arguments), env=full,
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True)
+            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=self.errors, start_new_session=True)
 
     def events(self, name=None):
         try:
@@ -116,6 +119,10 @@ class Voxtrel:
         events = [json.loads(line) for line in lines]
         return [event for event in events if name is None or event["event"] == name]
 
+    def hot_keys(self):
+        """The rows that have fired so far, each "down" or "up" as the program saw it last."""
+        return {event["number"]: "down" if event["down"] else "up" for event in self.events("hot-key")}
+
     def wait_event(self, name, matching=lambda event: True, seconds=PATIENCE):
         return wait_for(lambda: next((event for event in self.events(name) if matching(event)), None),
                         f"the event {name}", seconds)
@@ -123,15 +130,17 @@ class Voxtrel:
     def wait_end(self, seconds=PATIENCE):
         """The exit code and what was written to standard error."""
         try:
-            output, errors = self.process.communicate(timeout=seconds)
+            self.process.wait(timeout=seconds)
         except subprocess.TimeoutExpired:
             raise AssertionError(f"the program did not end within {seconds} s") from None
-        return self.process.returncode, errors.decode(errors="replace")
+        self.errors.seek(0)
+        return self.process.returncode, self.errors.read()
 
     def kill(self):
         if self.process.poll() is None:
             os.killpg(self.process.pid, signal.SIGKILL)
-        self.process.communicate()
+        self.process.wait()
+        self.errors.close()
 
 
 def command(*arguments):
@@ -140,6 +149,26 @@ def command(*arguments):
 
 def wine(*arguments):
     return [os.path.join(REPOSITORY, "packaging", "windows", "wine"), os.environ["VOXTREL_WINE_HOME"], *arguments]
+
+
+class WineHome:
+    """Keeps Wine's own programs running from the first test to the last: each start of them takes seconds, and they
+    would hold on to the files of the program that they were started for."""
+
+    sitter = None
+
+    @classmethod
+    def open(cls):
+        cls.sitter = subprocess.Popen(wine("cmd.exe"), stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                                      stderr=subprocess.DEVNULL)
+        # The next program finds a desktop at once.
+        subprocess.run(wine("cmd.exe", "/c", "exit"), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, timeout=PATIENCE)
+
+    @classmethod
+    def close(cls):
+        subprocess.run(["wineserver", "--kill"], env=dict(os.environ, WINEPREFIX=os.environ["VOXTREL_WINE_HOME"]))
+        cls.sitter.communicate()
 
 
 def sound_level(path):
@@ -170,10 +199,17 @@ class Scenario(unittest.TestCase):
 
     def call(self, *arguments, stdin=None, seconds=PATIENCE):
         """Runs the program to its end: exit code, output, errors."""
-        done = subprocess.run(command(*arguments), env=self.home.environment(self.display.environment), input=stdin,
-                              capture_output=True, timeout=seconds)
-        return done.returncode, done.stdout, done.stderr.decode(errors="replace")
+        # Files, because a pipe ends only with the last program that was started from here.
+        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+            done = subprocess.run(command(*arguments), env=self.home.environment(self.display.environment), input=stdin,
+                                  stdout=output, stderr=errors, timeout=seconds)
+            output.seek(0)
+            errors.seek(0)
+            return done.returncode, output.read(), errors.read().decode(errors="replace")
 
 
 def main():
+    if WINDOWS:
+        WineHome.open()
+        atexit.register(WineHome.close)
     unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[1:])

@@ -11,16 +11,22 @@ import time
 import unittest
 
 import harness
-from harness import Scenario, WINDOWS, wait_for
+from harness import Scenario, WINDOWS, native, wait_for, wine
 
 BUILD = os.path.dirname(harness.PROGRAM) if not WINDOWS else os.path.dirname(os.path.dirname(harness.PROGRAM))
-SAMPLE_WINDOW = os.path.join(BUILD, "tests", "voxtrel_sample_window")
-SERVER = os.path.join(os.path.dirname(harness.PROGRAM), "ovaccserver")
+SAMPLE_WINDOW = os.path.join(BUILD, "tests", "voxtrel_sample_window" + (".exe" if WINDOWS else ""))
 
 # Everything that is known of these is spoken.
 ROLES = ["push button", "button", "label", "static", "check box", "radio button", "toggle button", "text", "entry",
          "password text", "slider", "spin button", "progress bar", "combo box", "table cell", "list item", "page tab",
-         "menu", "menu item", "check menu item", "link", "heading", "frame"]
+         "menu", "menu item", "check menu item", "link", "heading", "frame", "static text", "check button"]
+
+# What the toolkit of the sample window calls its kinds of controls.
+KINDS = {"button": "push button", "label": "static text", "check box": "check button",
+         "toggle button": "check button", "password text": "text"} if WINDOWS else {
+             "button": "push button", "list item": "table cell"}
+# Wine's accessibility does not tell these.
+UNTOLD = ("spin button", "page tab") if WINDOWS else ()
 
 PAGE = """<html><head><title>Sample page</title></head><body style="margin:0;font:20px sans-serif">
 <style>body > * { position: absolute; left: 20px; margin: 0 }</style>
@@ -50,16 +56,31 @@ class ScreenReading(Scenario):
         return int(self.xdotool("getdisplaygeometry").split()[1])
 
     def switch_on(self, roles):
-        os.makedirs(os.path.dirname(self.home.settings_file), exist_ok=True)
         self.write_settings(*(f'"{role} " = "name,role,value,"' for role in roles))
 
-    def write_settings(self, *role_table):
+    def write_settings(self, *role_table, on=True):
         # The character stands out of the way.
-        lines = ['Voxtrel settings 1', 'application "Orvella"', 'section "Agent"', '"Top" = "850"', '"Left" = "1100"',
-                 'section "speech"', '"usescreenreading" = "True"', 'section "ScreenReadingRoles"', *role_table, 'end',
-                 '']
+        sections = {"Agent": ['"Top" = "850"', '"Left" = "1100"'], "speech": [f'"usescreenreading" = "{on}"'],
+                    "ScreenReadingRoles": role_table}
+        if WINDOWS:
+            self.write_registry(sections)
+            return
+        os.makedirs(os.path.dirname(self.home.settings_file), exist_ok=True)
+        lines = ["Voxtrel settings 1", 'application "Orvella"']
+        for name, values in sections.items():
+            lines += [f'section "{name}"', *values]
         with open(self.home.settings_file, "w", encoding="utf-8") as file:
+            file.write("\n".join([*lines, "end", ""]))
+
+    def write_registry(self, sections):
+        root = r"HKEY_CURRENT_USER\Software\Voxtrel Settings\Orvella"
+        lines = ["REGEDIT4", "", f"[-{root}]", ""]
+        for name, values in sections.items():
+            lines += [f"[{root}\\{name}]", *(value.replace('" = "', '"="') for value in values), ""]
+        path = self.home.path("settings.reg")
+        with open(path, "w", encoding="ascii", newline="\r\n") as file:
             file.write("\n".join(lines))
+        subprocess.run(wine("regedit", "/S", native(path)), check=True, timeout=harness.PATIENCE)
 
     def xdotool(self, *arguments):
         return self.display.run("xdotool", *map(str, arguments)).decode().strip()
@@ -94,7 +115,7 @@ class ScreenReading(Scenario):
     def sample_window(self):
         """The window with one of each control, and its objects."""
         path = self.home.path("objects")
-        process = self.open_program(SAMPLE_WINDOW, path)
+        process = self.open_program(*(wine(SAMPLE_WINDOW) if WINDOWS else [SAMPLE_WINDOW]), native(path))
         wait_for(lambda: os.path.exists(path), "the sample window")
         with open(path, encoding="utf-8") as file:
             return process, [json.loads(line) for line in file]
@@ -113,9 +134,25 @@ class ScreenReading(Scenario):
         program.wait_event("speak", lambda speak: all(word in speak["markup"] for word in words))
         return event
 
+    def kind(self, thing):
+        return KINDS.get(thing["kind"], thing["kind"])
+
     def server_processes(self, program):
+        if WINDOWS:
+            # Nobody's child here; of this Wine home only.
+            return [process for process in map(int, filter(str.isdigit, os.listdir("/proc")))
+                    if self.is_server_of_this_home(process)]
         children = self.display.run("ps", "-o", "pid=,comm=", "--ppid", str(program.process.pid)).decode()
         return [int(line.split()[0]) for line in children.splitlines() if "ovaccserver" in line]
+
+
+    def is_server_of_this_home(self, process):
+        try:
+            with open(f"/proc/{process}/comm", encoding="utf-8") as name, open(f"/proc/{process}/environ", "rb") as all_:
+                return (name.read().strip() == "ovaccserver.exe" and
+                        f"WINEPREFIX={os.path.realpath(os.environ['VOXTREL_WINE_HOME'])}".encode() in all_.read())
+        except OSError:
+            return False
 
 
 class Objects(ScreenReading):
@@ -123,11 +160,11 @@ class Objects(ScreenReading):
         program = self.start_and_wait()
         _, objects = self.sample_window()
         for thing in objects:
-            # A list of this toolkit is a table.
-            kind = {"button": "push button", "list item": "table cell"}.get(thing["kind"], thing["kind"])
+            if thing["kind"] in UNTOLD:
+                continue
             with self.subTest(thing["kind"], name=thing["name"]):
                 self.move_to(thing["x"], thing["y"])
-                self.wait_spoken(program, f"{thing['name']} {kind} {thing['value']}")
+                self.wait_spoken(program, f"{thing['name']} {self.kind(thing)} {thing['value']}")
         everything = json.dumps(program.events())
         self.assertNotIn("hunter2", everything, "a password is never told")
 
@@ -135,14 +172,15 @@ class Objects(ScreenReading):
         program = self.start_and_wait()
         _, objects = self.sample_window()
         button, label = objects[0], objects[1]
-        for thing, kind in ((button, "push button"), (label, "label"), (button, "push button")):
+        for thing in (button, label, button):
             since = len(program.events("object"))
             self.move_to(thing["x"], thing["y"])
-            self.wait_spoken(program, f"{thing['name']} {kind}", since)
+            self.wait_spoken(program, f"{thing['name']} {self.kind(thing)}", since)
             self.move_to(thing["x"] + 5, thing["y"] + 2)
             time.sleep(1.5)  # more than the server needs to look again
             self.assertEqual(len(program.events("object")), since + 1)
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     def test_the_character_is_not_interrupted_by_its_own_words(self):
         program = self.start_and_wait()
         _, objects = self.sample_window()
@@ -156,6 +194,7 @@ class Objects(ScreenReading):
         time.sleep(1.5)
         self.assertEqual(len(program.events("object")), 1)
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     def test_menus_that_open_and_vanish(self):
         program = self.start_and_wait()
         process, objects = self.sample_window()
@@ -175,6 +214,7 @@ class Objects(ScreenReading):
         self.move_to(objects[1]["x"], objects[1]["y"])
         self.assertIsNone(program.process.poll())
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("mousepad") is None, "mousepad is not installed")
     def test_an_editor_of_gtk(self):
         program = self.start_and_wait()
@@ -191,6 +231,7 @@ class Objects(ScreenReading):
         self.move_to(x + 60, y + 38)
         self.wait_spoken(program, "New menu item")
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("featherpad") is None, "featherpad is not installed")
     def test_an_editor_of_qt(self):
         program = self.start_and_wait()
@@ -210,6 +251,7 @@ class Objects(ScreenReading):
         self.move_to(x + 60, y + 35)
         self.wait_spoken(program, "New menu item")
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("chromium") is None, "chromium is not installed")
     def test_a_page_in_a_browser(self):
         program = self.start_and_wait()
@@ -242,6 +284,7 @@ class Objects(ScreenReading):
 
 
 class Switching(ScreenReading):
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     def test_new_kinds_of_objects_are_learnt_and_silenced_ones_keep_quiet(self):
         self.write_settings('"label " = "False"')
         program = self.start_and_wait()
@@ -254,7 +297,7 @@ class Switching(ScreenReading):
         self.assertEqual([event["text"] for event in program.events("object")], ["Save all "])
 
     def test_no_server_runs_while_screen_reading_is_off(self):
-        os.remove(self.home.settings_file)
+        self.write_settings(on=False)
         program = self.start_and_wait()
         _, objects = self.sample_window()
         self.move_to(objects[0]["x"], objects[0]["y"])
@@ -275,15 +318,16 @@ class Failures(ScreenReading):
     def test_a_killed_server_is_started_again(self):
         program = self.start_and_wait()
         _, objects = self.sample_window()
-        for round_, (thing, kind) in enumerate([(objects[0], "push button"), (objects[1], "label")]):
+        for round_, thing in enumerate(objects[:2]):
             self.move_to(thing["x"], thing["y"])
-            self.wait_spoken(program, f"{thing['name']} {kind}")
+            self.wait_spoken(program, f"{thing['name']} {self.kind(thing)}")
             if round_ == 0:
                 [server] = self.server_processes(program)
                 os.kill(server, signal.SIGKILL)
                 wait_for(lambda: self.server_processes(program) not in ([], [server]), "another server")
         self.assertEqual(len(self.server_processes(program)), 1)
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     def test_a_frozen_server_is_replaced(self):
         program = self.start_and_wait()
         _, objects = self.sample_window()
@@ -293,6 +337,7 @@ class Failures(ScreenReading):
         self.move_to(objects[0]["x"], objects[0]["y"])
         self.wait_spoken(program, "Save all push button")
 
+    @unittest.skipIf(WINDOWS, "Wine does not show this")
     def test_a_missing_server_is_not_missed(self):
         folder = self.home.path("program")
         shutil.copytree(os.path.dirname(harness.PROGRAM), folder, symlinks=True, ignore=lambda path, names: [
@@ -318,15 +363,16 @@ class Failures(ScreenReading):
         os.killpg(process.pid, signal.SIGSTOP)
         self.move_to(objects[1]["x"], objects[1]["y"])
         time.sleep(2)
-        began = time.monotonic()
-        self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
-        program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
-        self.assertLess(time.monotonic() - began, 3)
+        if not WINDOWS:  # where a command is announced to every window, and waits for the frozen one
+            began = time.monotonic()
+            self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
+            program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
+            self.assertLess(time.monotonic() - began, 3)
         # Another program can be pointed at all the while.
         _, others = self.sample_window_beside()
         since = len(program.events("object"))
         self.move_to(others[2]["x"], others[2]["y"])
-        self.wait_spoken(program, "Bold check box checked", since)
+        self.wait_spoken(program, f"Bold {self.kind(others[2])} checked", since)
         os.killpg(process.pid, signal.SIGCONT)
         self.assertEqual(self.server_processes(program), [server], "the server was not in need of a new start")
 

@@ -146,6 +146,12 @@ constexpr EnglishText kEnglishTexts[] = {
     {3411, L"Read &Extra Information"},
     {3412, L"Select this box to have the value of an item spoken"},
     {3910, L"This hot key is already in use. Please choose another"},
+    {strings::kReachX11Only,
+     L"On this desktop I can see only programs that use X11. Hot keys and speaking the "
+     L"selection work while one of them is in front. Everything else works as usual."},
+    {strings::kReachNothing,
+     L"On this desktop I cannot reach other programs. Hot keys, speaking the selection and the "
+     L"clipboard do not work. Text files, the Text Reader and commands work as usual."},
     {strings::kBlankFile, L"###This is a blank file."},
     {strings::kNothingYet, L"...."},
     {strings::kTestVoice, L"This is your new voice. Is it OK?"},

@@ -182,7 +182,7 @@ TEST(AnimationSource, CountsEachSoundFileOnce)
 {
     const CharacterSource source = samples::Parsed("animation A {\nframe rest sound ding.wav\nframe rest "
                                                    "sound dong.wav\nframe rest sound ding.wav\n}\n");
-    EXPECT_EQ(source.soundFiles, (std::vector<std::string>{"ding.wav", "dong.wav"}));
+    EXPECT_EQ(source.usedSounds, (std::vector<std::string>{"ding.wav", "dong.wav"}));
     EXPECT_EQ(source.animations[0].frames[1].sound, 1);
     EXPECT_EQ(source.animations[0].frames[2].sound, 0);
 }

@@ -123,6 +123,19 @@ TEST_F(CompilerTest, TurnsPartsTogetherAboutTheirPivot)
     EXPECT_EQ(picture.At(19, 25), kNothing);
 }
 
+TEST_F(CompilerTest, TurnsAFigureRoundThroughAFrameInWhichNothingIsLeftOfIt)
+{
+    // Half way between 1 and -1 the sum is not exactly 0, and what is turned besides has no way back.
+    const CharacterFile character = Compile("pose tilted {\nhead rotate 20\nmouth rotate -40\n}\n"
+                                            "pose round from tilted { body scale -1,1 }\n"
+                                            "animation A {\nframe tilted\ntween to round steps 4\n}\n");
+    ASSERT_EQ(character.animations.size(), 1u);
+    const auto& frames = character.animations[0].frames;
+    ASSERT_EQ(frames.size(), 5u);
+    EXPECT_EQ(ComposeFrame(character, frames[2]).At(20, 25), kNothing);
+    EXPECT_EQ(ComposeFrame(character, frames[4]).At(20, 25), kRed);
+}
+
 TEST_F(CompilerTest, GivesASpeakingFrameItsSevenMouths)
 {
     const CharacterFile character =
@@ -166,6 +179,18 @@ TEST_F(CompilerTest, WhatItMakesIsReadBack)
     ASSERT_TRUE(read.result.Ok());
     EXPECT_EQ(read.character.animations, character.animations);
     EXPECT_EQ(read.character.palette, character.palette);
+}
+
+TEST_F(CompilerTest, StoresSoundsFromFilesAndFromTones)
+{
+    Write("ding.wav", "RIFF and more");
+    const CharacterFile character = Compile("sound dong {\nbell 700 length 20\n}\n"
+                                            "animation A {\nframe rest sound ding.wav\n"
+                                            "frame left sound dong\nframe rest sound dong\n}\n");
+    ASSERT_EQ(character.sounds.size(), 2u);
+    EXPECT_EQ(std::string(character.sounds[0].begin(), character.sounds[0].end()), "RIFF and more");
+    EXPECT_EQ(character.sounds[1].size(), 44u + 2 * 3200);
+    EXPECT_EQ(character.animations[0].frames[2].sound, 1);
 }
 
 TEST_F(CompilerTest, TellsMistakesWithFileAndLine)

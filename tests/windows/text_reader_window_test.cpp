@@ -242,6 +242,21 @@ TEST_F(TextReaderWindow, EditsAreFollowedWhileReading)
     EXPECT_NE(ColorAt(13), kRed);
 }
 
+TEST_F(TextReaderWindow, UndoTakesBackWhatWasTypedAndNotTheColours)
+{
+    frmTextReader& opened = Open(L"One two.");
+    wxTextCtrl& box = Box();
+    box.SetInsertionPointEnd();
+    box.WriteText("typed");
+    ASSERT_TRUE(Until([&] { return box.CanUndo() || wxPlatformInfo().GetPortId() == wxPORT_GTK; }));
+    if (!box.CanUndo())
+        GTEST_SKIP() << "the control has no Undo";
+    opened.speakWindowText();
+    opened.agent1_Bookmark(300001);
+    box.Undo();
+    EXPECT_EQ(box.GetValue(), "One two.");
+}
+
 TEST_F(TextReaderWindow, CaretOfTheUserIsWhereReadingBegins)
 {
     Open(L"One two. Three four. Five.");

@@ -172,12 +172,6 @@ void frmTextReader::Unload()
 
 void frmTextReader::SetText(std::wstring_view text) { SetNormalisedText(WithCrLf(text)); }
 
-void frmTextReader::SetNormalisedText(std::wstring text)
-{
-    reader_.PrepareNavigation();
-    rtf_textbox_.SetText(std::move(text));
-}
-
 void frmTextReader::speakWindowText() { reader_.speakWindowText(); }
 
 void frmTextReader::agent1_Bookmark(std::int32_t number)

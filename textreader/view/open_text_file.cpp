@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <future>
+#include <memory>
 
 namespace voxtrel::textreader {
 namespace {
@@ -16,7 +17,7 @@ namespace {
 namespace strings = settings::strings;
 using namespace std::chrono_literals;
 
-constexpr std::size_t kLongText = 8000000; // characters; the control takes about half a second for them
+constexpr std::size_t kLongText = 4000000; // characters; the control takes up to half a second for them
 
 // The file is read beside the user-interface thread, which shows that something happens once it takes a
 // while.
@@ -59,11 +60,23 @@ bool frmTextReader::OpenFile(const std::wstring& path)
         services_.messages.ShowInformation(services_.strings.Text(strings::kBlankFile));
         return false;
     }
-    std::unique_ptr<wxBusyInfo> showing;
-    if (loaded.text.size() > kLongText)
-        showing = std::make_unique<wxBusyInfo>(Text(strings::kOpeningText), this);
     SetNormalisedText(std::move(loaded.text));
     return true;
+}
+
+void frmTextReader::SetNormalisedText(std::wstring text)
+{
+    const Modal open(*this);
+    reader_.PrepareNavigation();
+    std::unique_ptr<wxProgressDialog> progress;
+    if (text.size() > kLongText) {
+        progress = std::make_unique<wxProgressDialog>(GetTitle(), Text(strings::kOpeningText), 100, this,
+                                                      wxPD_APP_MODAL | wxPD_SMOOTH);
+        progress->Pulse();
+    }
+    if (unloading_)
+        return;
+    rtf_textbox_.SetText(std::move(text));
 }
 
 } // namespace voxtrel::textreader

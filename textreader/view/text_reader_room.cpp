@@ -20,7 +20,9 @@ void TextReaderRoom::ReadInTextReader(const std::wstring& text)
     frmTextReader& window = Window();
     window.ShowReader();
     window.SetText(text);
-    window.speakWindowText();
+    // While a long text is put into the window the program can be told to end.
+    if (window_ != nullptr)
+        window_->speakWindowText();
 }
 
 void TextReaderRoom::OpenInTextReader()

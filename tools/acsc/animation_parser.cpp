@@ -306,7 +306,7 @@ private:
             else if (words.Accept("exit"))
                 options.exit = LabelUse{words.Any("a label"), 0, words.Line()};
             else if (words.Accept("sound"))
-                options.sound = SoundIndex(words.Any("the file of the sound"));
+                options.sound = SoundIndex(words);
             else
                 words.Finish();
         }
@@ -348,13 +348,17 @@ private:
         return static_cast<int>(found - source_.mouthSets.begin());
     }
 
-    int SoundIndex(const std::string& file)
+    int SoundIndex(WordReader& words)
     {
-        auto& files = source_.soundFiles;
-        const auto found = std::find(files.begin(), files.end(), file);
-        const int index = static_cast<int>(found - files.begin());
-        if (found == files.end())
-            files.push_back(file);
+        const std::string name = words.Any("a sound");
+        const bool isFile = name.find('.') != std::string::npos;
+        if (!isFile && !FindSound(source_, name))
+            words.Fail("no sound is called '" + name + "'");
+        auto& used = source_.usedSounds;
+        const auto found = std::find(used.begin(), used.end(), name);
+        const int index = static_cast<int>(found - used.begin());
+        if (found == used.end())
+            used.push_back(name);
         return index;
     }
 

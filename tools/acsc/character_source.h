@@ -2,10 +2,12 @@
 
 #include "agent/acs/character_file.h"
 #include "tools/acsc/puppet.h"
+#include "tools/acsc/sound_source.h"
 
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // A character as its author wrote it down, with every convenience already worked out: tweens, repeats and
@@ -25,7 +27,7 @@ struct SourceFrame {
     std::optional<int> mouths; // index of the mouth set
     std::optional<int> exitFrame;
     std::vector<agent::acs::Branch> branches;
-    std::optional<int> sound; // index into the sound files
+    std::optional<int> sound; // index into the used sounds
     int line = 0;
 };
 
@@ -48,7 +50,8 @@ struct CharacterSource {
     int height = 0;
     bool standardAnimationSet = false;
     std::vector<std::string> drawings;   // file names in the folder of the source
-    std::vector<std::string> soundFiles; // likewise
+    std::vector<SoundSource> sounds;     // those written down as tones
+    std::vector<std::string> usedSounds; // names of such, or of files in the folder of the source
     std::vector<agent::acs::LocalizedInfo> localized;
     std::optional<agent::acs::VoiceInfo> voice;
     std::optional<agent::acs::BalloonInfo> balloon;
@@ -57,6 +60,9 @@ struct CharacterSource {
     std::vector<SourceAnimation> animations;
     std::vector<agent::acs::State> states;
 };
+
+// The sound of this name that is written down as tones, or null.
+const SoundSource* FindSound(const CharacterSource& source, std::string_view name);
 
 // Reads the text of character.txt. Throws SourceError.
 CharacterSource ParseCharacterSource(std::string_view text);

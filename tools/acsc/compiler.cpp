@@ -211,8 +211,10 @@ std::variant<CharacterFile, CompileError> CompileCharacter(const std::filesystem
         const CharacterSource source =
             ParseCharacterSource({reinterpret_cast<const char*>(text->data()), text->size()});
         CharacterFile character = Compiler(source, folder).Compile();
-        for (const std::string& sound : source.soundFiles)
-            character.sounds.push_back(ReadSound(folder, sound));
+        for (const std::string& name : source.usedSounds) {
+            const SoundSource* sound = FindSound(source, name);
+            character.sounds.push_back(sound ? RenderSound(*sound) : ReadSound(folder, name));
+        }
         return character;
     } catch (const SourceError& error) {
         const std::string line = error.Line() > 0 ? ":" + std::to_string(error.Line()) : "";

@@ -20,7 +20,8 @@ namespace voxtrel::acsc {
 
 namespace {
 
-constexpr int kOversampling = 4; // in each direction
+constexpr int kOversampling = 4;  // in each direction
+constexpr double kNothing = 1e-6; // the share of its area below which a part is not drawn
 
 template <auto Free> struct Deleter {
     template <typename T> void operator()(T* object) const { Free(object); }
@@ -148,7 +149,7 @@ public:
             if (as.draw.empty() || !as.shown || as.opacity <= 0)
                 continue;
             const cairo_matrix_t matrix = ToCairo(toSamples_ * TransformOf(parts, stance, i) * fromSamples_);
-            if (matrix.xx * matrix.yy - matrix.xy * matrix.yx == 0)
+            if (std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx) < kNothing)
                 continue; // scaled to nothing
             Paint(context.get(), elements_.at(as.draw), matrix, as.opacity);
         }

@@ -197,6 +197,8 @@ private:
             ParsePose(statement, source_.parts, poses_);
         else if (kind == "mouths")
             source_.mouthSets.push_back(ParseMouthSet(statement, source_.parts));
+        else if (kind == "sound")
+            AddSound(ParseSound(statement), statement.line);
         else if (kind == "animation")
             ParseAnimation(statement, poses_, source_);
         else if (kind == "language")
@@ -211,6 +213,13 @@ private:
             source_.states.push_back(ParseState(statement));
         else if (kind != "part" && kind != "joint")
             ParseIdentity(statement);
+    }
+
+    void AddSound(SoundSource sound, int line)
+    {
+        if (FindSound(source_, sound.name))
+            throw SourceError(line, "there is a sound '" + sound.name + "' already");
+        source_.sounds.push_back(std::move(sound));
     }
 
     void ParseIdentity(const Statement& statement)
@@ -256,6 +265,13 @@ private:
 };
 
 } // namespace
+
+const SoundSource* FindSound(const CharacterSource& source, std::string_view name)
+{
+    const auto found = std::find_if(source.sounds.begin(), source.sounds.end(),
+                                    [&](const SoundSource& sound) { return sound.name == name; });
+    return found == source.sounds.end() ? nullptr : &*found;
+}
 
 CharacterSource ParseCharacterSource(std::string_view text) { return SourceParser().Parse(text); }
 

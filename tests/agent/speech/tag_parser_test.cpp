@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 #include <vector>
 
@@ -232,15 +231,6 @@ TEST(TagParser, FindsTheEndOfABookInsideOfAMap)
     EXPECT_EQ(parser.Next().text, L" after");
 }
 
-double SecondsToRead(std::wstring_view markup)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    TagParser parser(markup);
-    while (parser.Next().kind != MarkupToken::Kind::End) {
-    }
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
 std::wstring Repeated(std::wstring_view piece, std::size_t length)
 {
     std::wstring text;
@@ -249,15 +239,20 @@ std::wstring Repeated(std::wstring_view piece, std::size_t length)
     return text;
 }
 
-// A million characters take a fraction of a second, or hours where a search starts over at every tag.
+// A search that starts over at every tag needs hours here, which no test is given.
 TEST(TagParser, TakesLinearTimeOnTraps)
 {
+    constexpr std::size_t kLength = 4 << 20;
     for (const std::wstring_view trap :
          {L"\\map=\"", L"\\map=\"=\"", L"\"=\"", L"\\map=\"a\"=\"", L"\\chr=\"", L"\\pau=",
           L"\\map=\"a\"=\"b\"", L"\\", L"\\Mrk=12345678901234567890", L"\\map=\"\\chr=\"", L"\\map=\"\"=\"\\",
           L"x"}) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(trap)));
-        EXPECT_LT(SecondsToRead(Repeated(trap, 1 << 20)), 10);
+        const std::wstring markup = Repeated(trap, kLength);
+        TagParser parser(markup);
+        while (parser.Next().kind != MarkupToken::Kind::End) {
+        }
+        EXPECT_EQ(parser.Position(), markup.size());
     }
 }
 

@@ -1,5 +1,6 @@
 // Selection requests made to windows of other threads, through the system's own keyboard and clipboard.
 
+#include "fingers.h"
 #include "target_window.h"
 
 #include "hotkeys/selection.h"
@@ -8,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -22,7 +24,11 @@ constexpr auto kPatienceOfACall = 1000ms;
 class WindowsSelectionTest : public ::testing::Test {
 protected:
     WindowsSelectionTest() { EXPECT_TRUE(ports.clipboard->SetText(L"mine", kPatienceOfACall)); }
-    ~WindowsSelectionTest() override { Release({VK_LCONTROL, VK_RCONTROL, VK_LSHIFT, VK_RSHIFT, VK_F3}); }
+    ~WindowsSelectionTest() override
+    {
+        if (!held_.empty())
+            fingers::LetGo({VK_LCONTROL, VK_LSHIFT, VK_RSHIFT, VK_F3});
+    }
 
     static void Pump()
     {
@@ -65,23 +71,19 @@ protected:
 
     std::optional<std::wstring> OnClipboard() { return ports.clipboard->GetText(kPatienceOfACall); }
 
-    static void Stroke(WORD key, DWORD flags)
+    void Hold(std::initializer_list<WORD> held)
     {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flags | (key == VK_RSHIFT || key == VK_RCONTROL ? KEYEVENTF_EXTENDEDKEY : 0);
-        SendInput(1, &input, sizeof input);
+        held_ = held;
+        fingers::Press(held);
+        EXPECT_TRUE(
+            Until([&] { return std::ranges::all_of(held, [this](WORD key) { return IsDown(key); }); }));
     }
-    static void Hold(std::initializer_list<WORD> held)
+    void Release(std::initializer_list<WORD> held)
     {
-        for (const WORD key : held)
-            Stroke(key, 0);
-    }
-    static void Release(std::initializer_list<WORD> held)
-    {
-        for (const WORD key : held)
-            Stroke(key, KEYEVENTF_KEYUP);
+        held_.clear();
+        fingers::LetGo(held);
+        EXPECT_TRUE(
+            Until([&] { return std::ranges::none_of(held, [this](WORD key) { return IsDown(key); }); }));
     }
 
     bool IsDown(int key) { return ports.keyboard->GetAsyncKeyState(key) < 0; }
@@ -95,6 +97,9 @@ protected:
                                   [this](std::wstring text) { heard.push_back(std::move(text)); },
                                   [this](std::wstring text) { heard.push_back(std::move(text)); }, [] {},
                                   [](NativeWindow, std::wstring_view) {}}};
+
+private:
+    std::vector<WORD> held_;
 };
 
 TEST_F(WindowsSelectionTest, SpeaksWhatIsCopiedOnCtrlInsert)

@@ -47,9 +47,8 @@ protected:
     // Starts target_program and waits until its window is in front.
     std::unique_ptr<Child> StartTarget(std::vector<std::string> options, NativeWindow& window);
 
-    // Lets the user's fingers act: xdotool.
-    void Fingers(const std::vector<std::string>& arguments);
-    std::unique_ptr<Child> StartFingers(const std::vector<std::string>& arguments);
+    // Lets the user's fingers act: xdotool. What they did has arrived on this display when it returns.
+    void Fingers(std::vector<std::string> arguments);
 
     // The output of another program; the clipboard is served while it runs.
     std::string Ask(const std::vector<std::string>& command);
@@ -60,6 +59,12 @@ protected:
     X11TargetWindows windows{clipboard};
     X11Keys keys;
     X11Keystrokes keystrokes{keys, windows};
+
+private:
+    // Where the pointer is, counted from the left.
+    int PointerX();
+
+    X11Connection connection_;
 };
 
 } // namespace voxtrel::platform

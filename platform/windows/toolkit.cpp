@@ -1,0 +1,7 @@
+#include "platform/toolkit.h"
+
+namespace voxtrel::platform {
+
+void ChooseToolkitBackend() {}
+
+} // namespace voxtrel::platform
