@@ -323,8 +323,9 @@ class ChangingTheCharacter(OptionsScenario):
     def test_new_character_stands_where_the_old_one_stood_and_everything_is_saved(self):
         program = self.start_with_options()
         program.wait_event("request-complete", lambda event: event["text"] == "Show")
-        self.display.run("xdotool", "mousemove", "164", "170", "mousedown", "1", "mousemove", "264", "320",
-                         "mouseup", "1")
+        # A hand takes its time.
+        self.display.run("xdotool", "mousemove", "164", "170", "mousedown", "1", "sleep", "0.3", "mousemove", "264",
+                         "320", "sleep", "0.3", "mouseup", "1")
         wait_for(lambda: [w for w in self.display.windows() if w[2:] == (128, 128, 200, 250)], "the dragged character")
         self.options.show_page("Voice")
         self.options.set_slider("Speed", 200)
