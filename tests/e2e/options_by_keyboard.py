@@ -1,10 +1,11 @@
 """The options dialog with nothing but the keyboard, on both platforms."""
 
 import re
+import subprocess
 import time
 
 import harness
-from harness import Scenario, WINDOWS, wait_for
+from harness import Scenario, WINDOWS, wait_for, wine
 
 TITLE = "Speech Options"
 # How long a first-time user may need for another voice, slower and louder.
@@ -13,6 +14,12 @@ PAUSE = 0.3 if WINDOWS else 0.05  # seconds between two keys
 
 
 class ByKeyboard(Scenario):
+    def setUp(self):
+        super().setUp()
+        if WINDOWS:
+            # The Wine home, and what other scenarios have set in it, outlives a test.
+            subprocess.run(wine("reg", "delete", r"HKCU\Software\Voxtrel Settings", "/f"), capture_output=True)
+
     def start_with_options(self):
         program = self.start("--options")
         program.wait_event("started")
