@@ -274,6 +274,9 @@ class KeyboardAlone(OptionsScenario):
         self.assertEqual(self.reached_from("ctrl+Next"), ["I would like to use Screen Reading",
                                                           "Select items which you would like to be read",
                                                           "Read Basic Text", "Read Extra Information", *buttons])
+        # What is switched on later is reached, too.
+        self.options.click("check box", "I would like to use Screen Reading")
+        self.assertEqual(self.reached_from("Tab"), ["Details...", *buttons])
         self.quit(program)
 
 
