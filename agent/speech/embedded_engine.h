@@ -48,6 +48,7 @@ private:
     void MakeSound();
     void Render(const Job& job);
 
+    void OpenOutputSoon();
     void TendOutput();
     void WaitForWork();
     void OpenOrCloseDevice(TimePoint now);
