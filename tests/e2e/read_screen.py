@@ -380,11 +380,10 @@ class Failures(ScreenReading):
         os.killpg(process.pid, signal.SIGSTOP)
         self.move_to(objects[1]["x"], objects[1]["y"])
         time.sleep(2)
-        if not WINDOWS:  # where a command is announced to every window, and waits for the frozen one
-            began = time.monotonic()
-            self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
-            program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
-            self.assertLess(time.monotonic() - began, 3)
+        began = time.monotonic()
+        self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
+        program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
+        self.assertLess(time.monotonic() - began, 5)
         # Another program can be pointed at all the while.
         _, others = self.sample_window_beside()
         since = len(program.events("object"))
