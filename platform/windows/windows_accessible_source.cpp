@@ -39,7 +39,7 @@ public:
         POINT point;
         if (!GetCursorPos(&point))
             return std::nullopt;
-        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) < 0;
+        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) != 0;
         return PointerState{{point.x, point.y}, pressed};
     }
 };
