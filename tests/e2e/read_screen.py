@@ -231,6 +231,27 @@ class Objects(ScreenReading):
         self.move_to(x + 80, y + 76)
         self.wait_spoken(program, "New drawing menu item")
 
+    @unittest.skipIf(WINDOWS, "Wine sees one monitor")
+    def test_a_window_on_the_second_of_two_monitors(self):
+        self.set_monitors(("640/170x1024/270+0+0", "screen"), ("640/170x1024/270+640+0", "none"))
+        program = self.start_and_wait()
+        _, objects = self.sample_window()
+        x, y, *_ = self.window("[Vv]oxtrel_sample_window")
+        self.xdotool("search", "--onlyvisible", "--class", "^[Vv]oxtrel_sample_window$", "windowmove", 680, 200)
+        wait_for(lambda: self.window("[Vv]oxtrel_sample_window")[0] >= 680, "the window on the other monitor")
+        there_x, there_y, *_ = self.window("[Vv]oxtrel_sample_window")
+        for thing in objects[:9]:
+            with self.subTest(thing["kind"], name=thing["name"]):
+                self.move_to(thing["x"] + there_x - x, thing["y"] + there_y - y)
+                self.wait_spoken(program, f"{thing['name']} {self.kind(thing)} {thing['value']}")
+
+    def set_monitors(self, *monitors):
+        for number, (geometry, output) in enumerate(monitors):
+            self.display.run("xrandr", "--setmonitor", f"part{number}", geometry, output)
+            self.addCleanup(self.display.run, "xrandr", "--delmonitor", f"part{number}")
+        listed = self.display.run("xrandr", "--listmonitors").decode()
+        self.assertIn(f"Monitors: {len(monitors)}", listed)
+
     @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("mousepad") is None, "mousepad is not installed")
     def test_an_editor_of_gtk(self):
