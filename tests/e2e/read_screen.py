@@ -19,7 +19,7 @@ SAMPLE_WINDOW = os.path.join(BUILD, "tests", "voxtrel_sample_window" + (".exe" i
 # Everything that is known of these is spoken.
 ROLES = ["push button", "button", "label", "static", "check box", "radio button", "toggle button", "text", "entry",
          "password text", "slider", "spin button", "progress bar", "combo box", "table cell", "list item", "page tab",
-         "menu", "menu item", "check menu item", "link", "heading", "frame", "static text", "check button"]
+         "menu", "menu item", "check menu item", "grouping", "link", "heading", "frame", "static text", "check button"]
 
 # What the toolkit of the sample window calls its kinds of controls.
 KINDS = {"button": "push button", "label": "static text", "check box": "check button",
@@ -307,6 +307,32 @@ class Objects(ScreenReading):
                 self.move_to(x + left, y + top + down)
                 self.wait_spoken(program, text)
         self.assertNotIn("hunter2", json.dumps(program.events()))
+
+    @unittest.skipUnless(WINDOWS, "a program of Wine")
+    def test_a_dialog_of_wine(self):
+        program = self.start_and_wait()
+        self.open_program(*wine("winecfg"))
+        x, y, *_ = self.window("winecfg.exe")
+        for left, down, text in ((235, 426, "OK push button"), (134, 341, "Add application... push button"),
+                                 (330, 426, "Cancel push button"), (60, 59, "Application settings grouping")):
+            with self.subTest(text):
+                self.move_to(x + left, y + down)
+                self.wait_spoken(program, text)
+        # The value is another one in each Wine.
+        self.move_to(x + 300, y + 372)
+        program.wait_event("object", lambda event: event["text"].startswith("Windows Version: combo box Windows "))
+
+    @unittest.skipUnless(WINDOWS, "a program of Wine")
+    def test_an_editor_of_wine(self):
+        program = self.start_and_wait()
+        path = self.home.path("note.txt")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write("The first line\nand the second\n")
+        self.open_program(*wine("notepad", native(path)))
+        x, y, *_ = self.window("notepad.exe")
+        for down, text in ((28, "The first line text"), (44, "and the second text")):
+            self.move_to(x + 30, y + down)
+            self.wait_spoken(program, text)
 
     def find_page(self, program, x, y):
         """Goes down the window until the link is heard, half of whose height is 12: where the page begins."""
