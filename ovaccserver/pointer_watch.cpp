@@ -21,6 +21,13 @@ bool PointerWatch::WantsLook(platform::PointerState pointer, TimePoint now)
     return looked_ ? now - *looked_ >= pause_ : now - since_ >= kRest;
 }
 
+std::chrono::milliseconds PointerWatch::Pause(TimePoint now) const
+{
+    if (!place_ || now - since_ <= kLongRest)
+        return kPoll;
+    return now - since_ <= kVeryLongRest ? kPollInLongRest : kPollInVeryLongRest;
+}
+
 void PointerWatch::Looked(bool answered, TimePoint now)
 {
     looked_ = now;

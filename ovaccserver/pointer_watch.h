@@ -24,12 +24,19 @@ public:
     // does not is asked more seldom.
     void Looked(bool answered, TimePoint now);
 
-    bool RestsLong(TimePoint now) const { return place_ && now - since_ > kLongRest; }
+    // How long the pointer may be left alone after this moment. The longer it rests, the longer; once it
+    // moves, it is followed closely.
+    std::chrono::milliseconds Pause(TimePoint now) const;
 
     // A hand that trembles does not move the pointer.
     static constexpr int kTremble = 3; // pixels
     static constexpr std::chrono::milliseconds kRest{40};
     static constexpr std::chrono::milliseconds kLongRest{1500};
+    static constexpr std::chrono::milliseconds kVeryLongRest{5000};
+
+    static constexpr std::chrono::milliseconds kPoll{30};
+    static constexpr std::chrono::milliseconds kPollInLongRest{60};
+    static constexpr std::chrono::milliseconds kPollInVeryLongRest{100};
 
     // Each pause before another look at the same place is twice as long as the one before. The first is
     // short: some programs begin to arrange an answer when they are first asked.

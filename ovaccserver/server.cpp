@@ -24,7 +24,7 @@ bool Server::Run()
         if (!monitoring_ || now < nextPoll)
             continue;
         Watch(now);
-        nextPoll = now + (watch_.RestsLong(now) ? kRestingPoll : kPoll);
+        nextPoll = now + watch_.Pause(now);
     }
     return false;
 }

@@ -20,7 +20,7 @@ struct ScreenPoint {
 
 struct PointerState {
     ScreenPoint point;
-    bool pressed = false; // a button is held down
+    bool pressed = false; // a button is held down, or was since the last call where the platform knows
 };
 
 class MousePointer {

@@ -1,23 +1,22 @@
-// Commands from other programs as DDE execute strings: service "voxtrel", topic "speech".
+// Commands from other programs as DDE execute strings: service "voxtrel", topic "speech". The program's own
+// command line goes another way, see CommandWindow.
 
 #include "platform/command_channel.h"
 
+#include "platform/windows/command_window.h"
 #include "settings/text_case.h"
 
 #include <wx/app.h>
 #include <wx/ipc.h>
-#include <wx/stopwatch.h>
-#include <wx/utils.h>
 
 namespace voxtrel::platform {
 namespace {
 
 const char* const kService = "voxtrel";
 const char* const kTopic = "speech";
-constexpr long kSendDeadlineMs = 5000;
 
-// The protocol does not say which of its two forms a client sent; a command begins with two ASCII characters, so the
-// second byte tells. A closing zero is no part of the text.
+// The protocol does not say which of its two forms a client sent; a command begins with two ASCII characters,
+// so the second byte tells. A closing zero is no part of the text.
 std::wstring DecodeText(std::string_view bytes)
 {
     wxString text;
@@ -50,7 +49,10 @@ private:
 
 class DdeCommandServer final : public CommandServer, public wxServer {
 public:
-    explicit DdeCommandServer(std::function<void(std::wstring)> handle) : handle_(std::move(handle)) {}
+    explicit DdeCommandServer(std::function<void(std::wstring)> handle)
+        : handle_(std::move(handle)), window_(MakeCommandWindow(handle_))
+    {
+    }
 
     wxConnectionBase* OnAcceptConnection(const wxString& topic) override
     {
@@ -59,6 +61,7 @@ public:
 
 private:
     std::function<void(std::wstring)> handle_;
+    std::unique_ptr<CommandWindow> window_;
 };
 
 } // namespace
@@ -71,18 +74,6 @@ std::unique_ptr<CommandServer> MakeCommandServer(std::function<void(std::wstring
     return server;
 }
 
-bool SendCommand(std::wstring_view command)
-{
-    wxClient client;
-    // The running program holds its mutex a moment before its service is there.
-    const wxStopWatch watch;
-    std::unique_ptr<wxConnectionBase> connection;
-    while (!connection && watch.Time() < kSendDeadlineMs) {
-        connection.reset(client.MakeConnection(wxString(), kService, kTopic));
-        if (!connection)
-            wxMilliSleep(20);
-    }
-    return connection && connection->Execute(wxString(command.data(), command.size()));
-}
+bool SendCommand(std::wstring_view command) { return SendToCommandWindow(command); }
 
 } // namespace voxtrel::platform

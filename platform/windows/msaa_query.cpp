@@ -130,17 +130,33 @@ SwitchState StateFrom(long role, long states)
     return (states & STATE_SYSTEM_PRESSED) != 0 ? SwitchState::Pressed : SwitchState::None;
 }
 
+MsaaObject ObjectUnder(POINT point)
+{
+    MsaaObject object;
+    ComVariant child;
+    if (AccessibleObjectFromPoint(point, object.accessible.Receive(), child.Receive()) != S_OK)
+        return {};
+    object.child = child.Number(CHILDID_SELF);
+    return object;
+}
+
+MsaaObject ObjectOf(HWND window)
+{
+    MsaaObject object;
+    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                   object.accessible.ReceiveVoid()) != S_OK)
+        return {};
+    return object;
+}
+
 } // namespace
 
-MsaaAnswer MsaaObjectAt(ScreenPoint point)
+MsaaAnswer MsaaObjectAt(ScreenPoint point, HWND window)
 {
     const POINT there{point.x, point.y};
-    MsaaObject first;
-    ComVariant child;
-    if (AccessibleObjectFromPoint(there, first.accessible.Receive(), child.Receive()) != S_OK ||
-        !first.accessible)
+    MsaaObject first = window ? ObjectOf(window) : ObjectUnder(there);
+    if (!first.accessible)
         return {};
-    first.child = child.Number(CHILDID_SELF);
 
     std::optional<MsaaObject> object = DeepestAt(std::move(first), there);
     for (int up = 0; object && up < kMaxDepth; ++up) {
@@ -153,14 +169,14 @@ MsaaAnswer MsaaObjectAt(ScreenPoint point)
         if (name.empty() && password)
             name = role.text;
         if (!name.empty()) {
-            const bool window = role.number == ROLE_SYSTEM_CLIENT || role.number == ROLE_SYSTEM_WINDOW;
+            const bool anyWindow = role.number == ROLE_SYSTEM_CLIENT || role.number == ROLE_SYSTEM_WINDOW;
             return {
                 .object = {.name = std::move(name),
                            .role = std::move(role.text),
                            .value = password ? std::wstring() : TextOf(*object, &IAccessible::get_accValue),
                            .state = StateFrom(role.number, states.Number(0))},
                 .deepest = up == 0,
-                .kindKnown = !window};
+                .kindKnown = !anyWindow};
         }
         object = ParentOf(*object);
     }

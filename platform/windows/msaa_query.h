@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/accessible_source.h"
+#include "platform/windows/windows_headers.h"
 
 namespace voxtrel::platform {
 
@@ -13,7 +14,8 @@ struct MsaaAnswer {
 };
 
 // Asks Microsoft Active Accessibility, which is older than UI Automation and what some programs still speak.
-// The thread has COM.
-MsaaAnswer MsaaObjectAt(ScreenPoint point);
+// The thread has COM. A window that is not null is asked instead of the one that the system finds at the
+// point.
+MsaaAnswer MsaaObjectAt(ScreenPoint point, HWND window);
 
 } // namespace voxtrel::platform

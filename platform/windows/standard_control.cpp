@@ -57,18 +57,32 @@ std::wstring ClassOf(HWND window)
 
 bool IsClass(HWND window, const wchar_t* name) { return lstrcmpiW(ClassOf(window).c_str(), name) == 0; }
 
+bool IsGroupBox(HWND window)
+{
+    return (GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX && IsClass(window, L"Button");
+}
+
 // Labels let the pointer through to the window behind them.
-HWND DeepestWindow(HWND window, POINT point)
+HWND DeepestWindow(HWND window, ScreenPoint point)
 {
     for (int depth = 0; depth < kMaxDepth; ++depth) {
-        POINT inside = point;
+        POINT inside{point.x, point.y};
         ScreenToClient(window, &inside);
-        const HWND child = RealChildWindowFromPoint(window, inside);
+        HWND child = RealChildWindowFromPoint(window, inside);
         if (!child || child == window)
             break;
+        if (const HWND framed = WindowFramedBy(child, point))
+            child = framed;
         window = child;
     }
     return window;
+}
+
+// What stands before a control that shows no caption of its own.
+std::wstring LabelBefore(HWND control)
+{
+    const HWND label = GetWindow(control, GW_HWNDPREV);
+    return label && IsClass(label, L"Static") ? Caption(label) : std::wstring();
 }
 
 SwitchState BoxState(HWND button)
@@ -128,6 +142,21 @@ std::optional<StandardControl> ListItem(HWND list, POINT point)
                            true};
 }
 
+// Of a text of several lines; a password is none.
+std::optional<StandardControl> LineOfText(HWND field, POINT point)
+{
+    if ((GetWindowLongW(field, GWL_STYLE) & (ES_MULTILINE | ES_PASSWORD)) != ES_MULTILINE)
+        return std::nullopt;
+    ScreenToClient(field, &point);
+    const auto place = static_cast<DWORD>(Ask(field, EM_CHARFROMPOS, 0, MAKELPARAM(point.x, point.y)));
+    std::wstring text(2 * kLongestLine, L'\0');
+    text.front() = static_cast<wchar_t>(text.size()); // where the message looks for the room there is
+    const LRESULT taken = Ask(field, EM_GETLINE, HIWORD(place), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(std::min(text.size(), static_cast<std::size_t>(taken)));
+    return StandardControl{{.name = ReadableText(text, kLongestLine), .role = RoleText(ROLE_SYSTEM_TEXT)},
+                           true};
+}
+
 StandardControl Meter(HWND window, long role, std::wstring value)
 {
     return {{.name = Caption(window), .role = RoleText(role), .value = std::move(value)}};
@@ -144,18 +173,37 @@ std::wstring PercentOf(HWND progressBar)
 
 } // namespace
 
+HWND WindowFramedBy(HWND window, ScreenPoint point)
+{
+    RECT frame;
+    if (!IsGroupBox(window) || !GetWindowRect(window, &frame))
+        return nullptr;
+    for (HWND other = GetWindow(window, GW_HWNDFIRST); other; other = GetWindow(other, GW_HWNDNEXT)) {
+        RECT area;
+        RECT common;
+        if (IsWindowVisible(other) && !IsGroupBox(other) && GetWindowRect(other, &area) &&
+            PtInRect(&area, {point.x, point.y}) && IntersectRect(&common, &area, &frame) &&
+            EqualRect(&common, &area))
+            return other;
+    }
+    return nullptr;
+}
+
 std::optional<StandardControl> StandardControlAt(HWND window, ScreenPoint point)
 {
     const POINT there{point.x, point.y};
-    const HWND control = DeepestWindow(window, there);
+    const HWND control = DeepestWindow(window, point);
     if (IsClass(control, L"Button"))
         return StandardControl{ButtonObject(control)};
     if (IsClass(control, L"Static"))
         return StandardControl{{.name = Caption(control), .role = RoleText(ROLE_SYSTEM_STATICTEXT)}};
     if (IsClass(control, L"ComboBox"))
-        return StandardControl{{.role = RoleText(ROLE_SYSTEM_COMBOBOX), .value = TextOf(control)}};
+        return StandardControl{
+            {.name = LabelBefore(control), .role = RoleText(ROLE_SYSTEM_COMBOBOX), .value = TextOf(control)}};
     if (IsClass(control, L"ListBox"))
         return ListItem(control, there);
+    if (IsClass(control, L"Edit"))
+        return LineOfText(control, there);
     if (IsClass(control, TRACKBAR_CLASSW))
         return Meter(control, ROLE_SYSTEM_SLIDER, std::to_wstring(Ask(control, TBM_GETPOS)));
     if (IsClass(control, PROGRESS_CLASSW))

@@ -39,7 +39,7 @@ public:
         POINT point;
         if (!GetCursorPos(&point))
             return std::nullopt;
-        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) < 0;
+        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) != 0;
         return PointerState{{point.x, point.y}, pressed};
     }
 };
@@ -60,10 +60,11 @@ public:
             return std::nullopt;
         if (auto object = uia_.ObjectAt(point))
             return object;
-        MsaaAnswer answer = MsaaObjectAt(point);
+        const HWND framed = WindowFramedBy(window, point);
+        MsaaAnswer answer = MsaaObjectAt(point, framed);
         if (answer.deepest && answer.kindKnown)
             return std::move(answer.object);
-        auto control = StandardControlAt(window, point);
+        auto control = StandardControlAt(framed ? framed : window, point);
         if (!control)
             return std::move(answer.object);
         // The name that its program has given it is better than its caption.

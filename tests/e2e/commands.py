@@ -2,13 +2,14 @@
 
 import os
 import resource
+import signal
 import socket
 import subprocess
 import time
 import unittest
 
 import harness
-from harness import PATIENCE, Scenario, WINDOWS, wait_for, wine
+from harness import PATIENCE, Scenario, WINDOWS, native, wait_for, wine
 
 # Seconds: a user notices when nothing happens for longer.
 PROMPT = 0.5
@@ -170,6 +171,47 @@ class DdeClients(Scenario):
     def expect_still_there(self):
         self.assertEqual(self.client("voxtrel", "speech", "1:still here"), ["ok"])
         self.program.wait_event("speak", lambda event: "still here" in event["markup"])
+
+
+class FrozenPrograms(Scenario):
+    """The command line, while a program does not answer."""
+    SAMPLE_WINDOW = os.path.join(os.environ.get("VOXTREL_E2E_PROGRAMS", ""),
+                                 "voxtrel_sample_window" + (".exe" if WINDOWS else ""))
+
+    def freeze_a_window(self):
+        ready = self.home.path("objects")
+        window = subprocess.Popen((wine(self.SAMPLE_WINDOW) if WINDOWS else [self.SAMPLE_WINDOW]) + [native(ready)],
+                                  env=self.home.environment(self.display.environment), start_new_session=True,
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(window.wait)
+        self.addCleanup(os.killpg, window.pid, signal.SIGKILL)
+        wait_for(lambda: os.path.exists(ready), "the window")
+        os.killpg(window.pid, signal.SIGSTOP)
+
+    def test_a_command_does_not_wait_for_another_programs_frozen_window(self):
+        program = self.start_and_wait()
+        self.freeze_a_window()
+        began = time.monotonic()
+        code, _, errors = self.call("--speak", "nothing holds this up", seconds=20)
+        self.assertEqual((code, errors), (0, ""))
+        self.assertLess(time.monotonic() - began, 5)
+        program.wait_event("speak", lambda event: "nothing holds this up" in event["markup"])
+
+    def test_a_running_program_that_does_not_answer_is_an_error(self):
+        program = self.start_and_wait()
+        os.killpg(program.process.pid, signal.SIGSTOP)
+        self.addCleanup(os.killpg, program.process.pid, signal.SIGCONT)
+        code, _, errors = self.call("--speak", "x", seconds=20)
+        self.assertEqual(code, 1)
+        self.assertIn("does not answer", errors)
+
+    def test_a_long_text_arrives_whole(self):
+        program = self.start_and_wait()
+        text = "Grüße an 😀. " * 2000
+        self.assertEqual(self.call("--execute", "9:" + text)[0], 0)
+        [event] = wait_for(lambda: program.events("command"), "the command")
+        self.assertTrue(event["text"].startswith("9:Grüße an 😀. Grüße"), event["text"][:40])
+        self.assertRegex(event["text"], r"\(\d+ characters\)$")
 
 
 if __name__ == "__main__":

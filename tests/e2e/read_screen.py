@@ -19,7 +19,7 @@ SAMPLE_WINDOW = os.path.join(BUILD, "tests", "voxtrel_sample_window" + (".exe" i
 # Everything that is known of these is spoken.
 ROLES = ["push button", "button", "label", "static", "check box", "radio button", "toggle button", "text", "entry",
          "password text", "slider", "spin button", "progress bar", "combo box", "table cell", "list item", "page tab",
-         "menu", "menu item", "check menu item", "link", "heading", "frame", "static text", "check button"]
+         "menu", "menu item", "check menu item", "grouping", "link", "heading", "frame", "static text", "check button"]
 
 # What the toolkit of the sample window calls its kinds of controls.
 KINDS = {"button": "push button", "label": "static text", "check box": "check button",
@@ -231,6 +231,27 @@ class Objects(ScreenReading):
         self.move_to(x + 80, y + 76)
         self.wait_spoken(program, "New drawing menu item")
 
+    @unittest.skipIf(WINDOWS, "Wine sees one monitor")
+    def test_a_window_on_the_second_of_two_monitors(self):
+        self.set_monitors(("640/170x1024/270+0+0", "screen"), ("640/170x1024/270+640+0", "none"))
+        program = self.start_and_wait()
+        _, objects = self.sample_window()
+        x, y, *_ = self.window("[Vv]oxtrel_sample_window")
+        self.xdotool("search", "--onlyvisible", "--class", "^[Vv]oxtrel_sample_window$", "windowmove", 680, 200)
+        wait_for(lambda: self.window("[Vv]oxtrel_sample_window")[0] >= 680, "the window on the other monitor")
+        there_x, there_y, *_ = self.window("[Vv]oxtrel_sample_window")
+        for thing in objects[:9]:
+            with self.subTest(thing["kind"], name=thing["name"]):
+                self.move_to(thing["x"] + there_x - x, thing["y"] + there_y - y)
+                self.wait_spoken(program, f"{thing['name']} {self.kind(thing)} {thing['value']}")
+
+    def set_monitors(self, *monitors):
+        for number, (geometry, output) in enumerate(monitors):
+            self.display.run("xrandr", "--setmonitor", f"part{number}", geometry, output)
+            self.addCleanup(self.display.run, "xrandr", "--delmonitor", f"part{number}")
+        listed = self.display.run("xrandr", "--listmonitors").decode()
+        self.assertIn(f"Monitors: {len(monitors)}", listed)
+
     @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("mousepad") is None, "mousepad is not installed")
     def test_an_editor_of_gtk(self):
@@ -286,6 +307,32 @@ class Objects(ScreenReading):
                 self.move_to(x + left, y + top + down)
                 self.wait_spoken(program, text)
         self.assertNotIn("hunter2", json.dumps(program.events()))
+
+    @unittest.skipUnless(WINDOWS, "a program of Wine")
+    def test_a_dialog_of_wine(self):
+        program = self.start_and_wait()
+        self.open_program(*wine("winecfg"))
+        x, y, *_ = self.window("winecfg.exe")
+        for left, down, text in ((235, 426, "OK push button"), (134, 341, "Add application... push button"),
+                                 (330, 426, "Cancel push button"), (60, 59, "Application settings grouping")):
+            with self.subTest(text):
+                self.move_to(x + left, y + down)
+                self.wait_spoken(program, text)
+        # The value is another one in each Wine.
+        self.move_to(x + 300, y + 372)
+        program.wait_event("object", lambda event: event["text"].startswith("Windows Version: combo box Windows "))
+
+    @unittest.skipUnless(WINDOWS, "a program of Wine")
+    def test_an_editor_of_wine(self):
+        program = self.start_and_wait()
+        path = self.home.path("note.txt")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write("The first line\nand the second\n")
+        self.open_program(*wine("notepad", native(path)))
+        x, y, *_ = self.window("notepad.exe")
+        for down, text in ((28, "The first line text"), (44, "and the second text")):
+            self.move_to(x + 30, y + down)
+            self.wait_spoken(program, text)
 
     def find_page(self, program, x, y):
         """Goes down the window until the link is heard, half of whose height is 12: where the page begins."""
@@ -380,11 +427,10 @@ class Failures(ScreenReading):
         os.killpg(process.pid, signal.SIGSTOP)
         self.move_to(objects[1]["x"], objects[1]["y"])
         time.sleep(2)
-        if not WINDOWS:  # where a command is announced to every window, and waits for the frozen one
-            began = time.monotonic()
-            self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
-            program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
-            self.assertLess(time.monotonic() - began, 3)
+        began = time.monotonic()
+        self.assertEqual(self.call("--speak", "meanwhile")[0], 0)
+        program.wait_event("speak", lambda event: "meanwhile" in event["markup"])
+        self.assertLess(time.monotonic() - began, 5)
         # Another program can be pointed at all the while.
         _, others = self.sample_window_beside()
         since = len(program.events("object"))

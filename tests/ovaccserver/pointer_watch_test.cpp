@@ -77,6 +77,26 @@ TEST_F(PointerWatchTest, AsksAProgramThatAnswersAgainAsOftenAsAnyOther)
     EXPECT_EQ(Stay({5, 5}, 30s), 10);
 }
 
+TEST_F(PointerWatchTest, WantsThePointerMoreSeldomTheLongerItRestsAndOftenOnceItMoves)
+{
+    EXPECT_EQ(watch.Pause(now), 30ms);
+    Stay({5, 5}, 1500ms);
+    EXPECT_EQ(watch.Pause(now), 30ms);
+    Stay({5, 5}, 3500ms);
+    EXPECT_EQ(watch.Pause(now), 60ms);
+    Stay({5, 5}, 10ms);
+    EXPECT_EQ(watch.Pause(now), 100ms);
+    Stay({50, 5}, 10ms);
+    EXPECT_EQ(watch.Pause(now), 30ms);
+}
+
+TEST_F(PointerWatchTest, FollowsCloselyAfterAClick)
+{
+    Stay({5, 5}, 20s);
+    Stay({5, 5}, 10ms, true, true);
+    EXPECT_EQ(watch.Pause(now), 30ms);
+}
+
 TEST_F(PointerWatchTest, LooksAgainWhenItIsStartedAgain)
 {
     EXPECT_EQ(Stay({5, 5}, 200ms), 1);
