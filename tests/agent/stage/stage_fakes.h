@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -114,8 +115,9 @@ inline std::unique_ptr<CharacterView> FakeStageView::MakeCharacterView(std::wstr
 }
 
 // Speaks one word each 100 ms of the test's clock. "#7" is a bookmark, "/" a line break, "~word" a word that
-// the balloon does not show; all else is a word. The mouth is open in each word and closes at the end.
-class FakeSpeechEngine : public speech::SpeechEngine {
+// the balloon does not show; all else is a word. The mouth is open in each word and closes at the end. A
+// sound lasts as many tenths of a second as it has bytes.
+class FakeSpeechEngine : public speech::SpeechEngine, public speech::SoundPlayer {
 public:
     explicit FakeSpeechEngine(const FakeStageView& clock) : clock_(clock) {}
 
@@ -176,8 +178,21 @@ public:
         return due;
     }
 
+    speech::SoundPlayer* Sounds() override { return this; }
+    std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override
+    {
+        soundsStarted.push_back(wave[0]);
+        const Time length{100 * static_cast<int>(wave.size())};
+        soundsEnd = std::max(soundsEnd, clock_.now + length);
+        return length;
+    }
+    void StopSounds() override { soundsEnd = std::min(soundsEnd, clock_.now); }
+    bool SoundsPlaying() const { return clock_.now < soundsEnd; }
+
     std::vector<std::wstring> spoken;
     int stopped = 0;
+    std::vector<int> soundsStarted; // told by their first bytes
+    Time soundsEnd{0};
 
 private:
     const FakeStageView& clock_;
