@@ -3,7 +3,7 @@
 // Whether voice and balloon are there is not taken from the flags, whose meaning differs between compilers:
 // each of the four combinations is tried, and one fits when palette, tray icon and states follow properly and
 // end where the block ends. If more than one fits, the flags decide. Likewise the order of red, green and
-// blue is found by the static colours of the palette.
+// blue is found by the static colours of the palette; where there are none, a balloon may tell.
 
 #include "agent/acs/character_info.h"
 
@@ -197,10 +197,11 @@ Color Ordered(const RawColor& raw, ColorOrder order)
     return {raw[2], raw[1], raw[0]};
 }
 
-ColorOrder OrderOf(const std::vector<RawColor>& palette)
+// Nothing where the palette does not tell.
+std::optional<ColorOrder> OrderOf(const std::vector<RawColor>& palette)
 {
     if (palette.size() != kPaletteSize)
-        return ColorOrder::BlueFirst;
+        return std::nullopt;
     int blueFirst = 0, redFirst = 0;
     for (std::size_t i = 0; i < kPaletteSize; ++i) {
         if (!IsStaticEntry(i))
@@ -208,6 +209,8 @@ ColorOrder OrderOf(const std::vector<RawColor>& palette)
         blueFirst += Ordered(palette[i], ColorOrder::BlueFirst) == StaticPalette()[i] ? 1 : 0;
         redFirst += Ordered(palette[i], ColorOrder::RedFirst) == StaticPalette()[i] ? 1 : 0;
     }
+    if (redFirst == blueFirst)
+        return std::nullopt;
     return redFirst > blueFirst ? ColorOrder::RedFirst : ColorOrder::BlueFirst;
 }
 
@@ -220,15 +223,15 @@ bool IsPaleCyan(const Color& color)
 
 void SetColors(CharacterFile& character, const Body& body)
 {
-    const ColorOrder order = OrderOf(body.palette);
+    const std::optional<ColorOrder> known = OrderOf(body.palette);
+    const ColorOrder order = known.value_or(ColorOrder::BlueFirst);
     for (std::size_t i = 0; i < body.palette.size(); ++i)
         character.palette[i] = Ordered(body.palette[i], order);
     if (!character.balloon)
         return;
     const BalloonColors& raw = body.balloonColors;
-    const bool turned = IsPaleCyan(Ordered(raw.background, order));
-    const ColorOrder other = order == ColorOrder::RedFirst ? ColorOrder::BlueFirst : ColorOrder::RedFirst;
-    const ColorOrder balloonOrder = turned ? other : order;
+    const bool turned = !known && IsPaleCyan(Ordered(raw.background, order));
+    const ColorOrder balloonOrder = turned ? ColorOrder::RedFirst : order;
     character.balloon->text = Ordered(raw.text, balloonOrder);
     character.balloon->background = Ordered(raw.background, balloonOrder);
     character.balloon->border = Ordered(raw.border, balloonOrder);
