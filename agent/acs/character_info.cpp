@@ -138,8 +138,10 @@ std::vector<State> ReadStates(ByteCursor& cursor)
     return states;
 }
 
-// Nothing when the block cannot be read this way up to one of its proper ends.
-std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon, std::size_t localizedOffset)
+// Nothing when the block cannot be read this way up to one of its proper ends: its own, or the names and
+// descriptions.
+std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon,
+                             std::optional<std::size_t> localized)
 {
     Body body;
     if (withVoice)
@@ -155,7 +157,7 @@ std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon
     SkipTrayIcon(cursor);
     body.states = ReadStates(cursor);
 
-    const bool atEnd = cursor.Left() == 0 || cursor.Position() == localizedOffset;
+    const bool atEnd = cursor.Left() == 0 || cursor.Position() == localized;
     if (!cursor.Ok() || !atEnd)
         return std::nullopt;
     return body;
@@ -172,8 +174,11 @@ int FlagsInFavour(std::uint32_t flags, bool withVoice, bool withBalloon)
     return points;
 }
 
-std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead& head)
+std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead& head, const Locator& place)
 {
+    std::optional<std::size_t> localized; // in this block
+    if (head.localized.offset >= place.offset)
+        localized = head.localized.offset - place.offset;
     std::optional<Body> likeliest;
     int most = -1;
     for (const bool withVoice : {true, false}) {
@@ -181,7 +186,7 @@ std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead&
             const int points = FlagsInFavour(head.flags, withVoice, withBalloon);
             if (points <= most)
                 continue;
-            if (auto body = ReadBody(cursor, withVoice, withBalloon, head.localized.offset)) {
+            if (auto body = ReadBody(cursor, withVoice, withBalloon, localized)) {
                 likeliest = std::move(body);
                 most = points;
             }
@@ -238,11 +243,11 @@ void SetColors(CharacterFile& character, const Body& body)
 }
 
 // The names and descriptions that can be read; a damaged list gives those before the damage.
-std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> file, const Locator& block)
+std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> block)
 {
     constexpr std::size_t kSmallestInfo = 14;
     std::vector<LocalizedInfo> localized;
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const std::size_t count = cursor.Count(cursor.U16(), kSmallestInfo);
     for (std::size_t i = 0; i < count; ++i) {
         LocalizedInfo info;
@@ -259,23 +264,24 @@ std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> file, con
 
 } // namespace
 
-std::optional<FormatVersion> ReadFormatVersion(std::span<const std::uint8_t> file, const Locator& block)
+std::optional<FormatVersion> ReadFormatVersion(std::span<const std::uint8_t> block)
 {
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const FixedHead head = ReadFixedHead(cursor);
     if (!cursor.Ok())
         return std::nullopt;
     return head.version;
 }
 
-std::optional<CharacterFile> ReadCharacterInfo(std::span<const std::uint8_t> file, const Locator& block)
+std::optional<CharacterFile> ReadCharacterInfo(const FileSource& file, const Locator& place,
+                                               std::span<const std::uint8_t> block)
 {
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const FixedHead head = ReadFixedHead(cursor);
     if (!cursor.Ok() || head.width == 0 || head.height == 0 || head.width > kLargestImageSide ||
         head.height > kLargestImageSide)
         return std::nullopt;
-    std::optional<Body> body = ReadLikeliestBody(cursor, head);
+    std::optional<Body> body = ReadLikeliestBody(cursor, head, place);
     if (!body)
         return std::nullopt;
 
@@ -294,7 +300,8 @@ std::optional<CharacterFile> ReadCharacterInfo(std::span<const std::uint8_t> fil
     }
     SetColors(character, *body);
     character.states = std::move(body->states);
-    character.localized = ReadLocalized(file, head.localized);
+    if (const auto localized = file.Read(head.localized))
+        character.localized = ReadLocalized(*localized);
     return character;
 }
 

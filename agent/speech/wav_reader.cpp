@@ -34,7 +34,7 @@ struct Format {
 
 std::optional<Format> ReadFormat(Bytes chunk)
 {
-    ByteCursor cursor(chunk, 0, chunk.size());
+    ByteCursor cursor(chunk);
     const std::uint16_t coding = cursor.U16();
     Format format;
     format.channels = cursor.U16();
@@ -88,7 +88,7 @@ std::vector<std::int16_t> AtOurRate(std::vector<std::int16_t> samples, std::uint
 
 std::vector<std::int16_t> ReadWav(Bytes file)
 {
-    ByteCursor cursor(file, 0, file.size());
+    ByteCursor cursor(file);
     const bool riff = cursor.U32() == Tag("RIFF");
     cursor.U32(); // the length, often wrong
     if (cursor.U32() != Tag("WAVE") || !riff)

@@ -378,7 +378,7 @@ void StageCharacter::StartSound(int sound, Time now)
     if (player == nullptr || !soundEffects_ || muted_ || !visible_)
         return;
     Tell("sound", {}, sound);
-    Time length = player->StartSound(file_.sounds[static_cast<std::size_t>(sound)]);
+    Time length = player->StartSound(file_.sounds->Read(static_cast<std::size_t>(sound)));
     if (active_ && active_->kind == Request::Kind::Speak)
         length = std::min(length, kLongestWaitForSound);
     soundsEnd_ = std::max(soundsEnd_, now + length);

@@ -1,3 +1,4 @@
+#include "agent/acs/file_images.h"
 #include "tests/agent/stage/stage_test.h"
 
 namespace voxtrel::agent::stage {
@@ -10,13 +11,18 @@ protected:
     Sounds()
     {
         acs::CharacterFile file = MakeTestCharacter();
-        file.sounds = {std::vector<std::uint8_t>(5, 10), std::vector<std::uint8_t>(2, 11),
-                       std::vector<std::uint8_t>(30, 12)};
+        file.sounds = Waves({std::vector<std::uint8_t>(5, 10), std::vector<std::uint8_t>(2, 11),
+                             std::vector<std::uint8_t>(30, 12)});
         Animation(file, L"Wave").frames[0].sound = 0;
         Animation(file, L"GetAttentionReturn").frames[0].sound = 1;
         Animation(file, L"Blink").frames[0].sound = 2;
         Animation(file, L"Hide").frames[1].sound = 0;
         Rebuild(file);
+    }
+
+    static std::shared_ptr<acs::WaveSource> Waves(std::vector<std::vector<std::uint8_t>> waves)
+    {
+        return std::make_shared<acs::MemoryWaves>(std::move(waves));
     }
 
     static acs::Animation& Animation(acs::CharacterFile& file, const std::wstring& name)
@@ -106,7 +112,7 @@ TEST_F(Sounds, EndBeforeTheVoiceBegins)
 TEST_F(Sounds, DoNotKeepTheVoiceWaitingForLong)
 {
     acs::CharacterFile file = MakeTestCharacter();
-    file.sounds = {std::vector<std::uint8_t>(250, 10)};
+    file.sounds = Waves({std::vector<std::uint8_t>(250, 10)});
     Animation(file, L"GetAttentionReturn").frames[0].sound = 0;
     Rebuild(file);
     ShowGenie();
