@@ -132,6 +132,15 @@ TEST_F(CharacterOnDesktop, HasItsPlaceAndSizeAndAnAccessibleName)
     EXPECT_EQ(ScreenPixel(428, 364), kGreen);
 }
 
+TEST_F(CharacterOnDesktop, StandsInTheCornerOfTheScreenFromTheStart)
+{
+    Ignore(character->SetLeft(0));
+    Ignore(character->SetTop(0));
+    Ignore(character->Show());
+    EXPECT_TRUE(Within([&] { return Told(L"Show") && ScreenPixel(64, 66) != kGreen; }));
+    EXPECT_EQ(ScreenPixel(300, 300), kGreen);
+}
+
 TEST_F(CharacterOnDesktop, OneSeesAroundIt)
 {
     ShowCharacter();
