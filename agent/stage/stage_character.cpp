@@ -95,12 +95,14 @@ Result StageCharacter::Play(std::wstring_view animation)
 {
     const acs::Animation* found = FindAnimation(file_, animation);
     const std::wstring name(animation);
+    Request request{Request::Kind::Play, L"Play " + name, found, {}};
     if (found == nullptr)
-        return Result::Failure(ErrorCode::NoSuchAnimation,
-                               L"The character has no animation named \"" + name + L"\".");
+        return Refuse(request, Result::Failure(ErrorCode::NoSuchAnimation,
+                                               L"The character has no animation named \"" + name + L"\"."));
     if (!Playable(*found))
-        return Result::Failure(ErrorCode::AnimationDamaged, L"The animation \"" + name + L"\" is damaged.");
-    return Enqueue({Request::Kind::Play, L"Play " + name, found, {}});
+        return Refuse(request, Result::Failure(ErrorCode::AnimationDamaged,
+                                               L"The animation \"" + name + L"\" is damaged."));
+    return Enqueue(std::move(request));
 }
 
 Result StageCharacter::Speak(std::wstring markup)
@@ -139,6 +141,15 @@ Result StageCharacter::Enqueue(Request request)
     queue_.push_back(std::move(request));
     stage_.view.Wake();
     return Result::Success();
+}
+
+// A request that cannot be carried out: the caller knows at once, and so does whoever follows the events.
+// What is in the queue goes on.
+Result StageCharacter::Refuse(const Request& request, Result result)
+{
+    PostCompletion(request, result);
+    stage_.view.Wake();
+    return result;
 }
 
 void StageCharacter::RunRequests(Time now)

@@ -82,6 +82,7 @@ private:
     void Handle(const PointerTracker::Recognized& recognized);
 
     Result Enqueue(Request request);
+    Result Refuse(const Request& request, Result result);
     void RunRequests(Time now);
     void Begin(Time now);
     void Perform(Time now);

@@ -207,6 +207,26 @@ TEST_F(BalloonTest, GoesWhileTheCharacterIsOffTheScreenAndComesBackWithIt)
     EXPECT_TRUE(Windows().balloon);
 }
 
+TEST_F(BalloonTest, KeepsToTheMonitorThatShowsTheCharacter)
+{
+    view->secondMonitor = Rect{1000, 200, 800, 600};
+    SetStyle(2, balloon_style::kAutoPace);
+    Ignore(genie->Speak(L"one two three"));
+    view->Run(50);
+    for (const int left : {1000, 1010, 1790}) {
+        Ignore(genie->SetLeft(left));
+        for (const int top : {200, 500, 790}) {
+            Ignore(genie->SetTop(top));
+            ASSERT_TRUE(Windows().balloon);
+            const Rect body = Windows().balloon->body;
+            EXPECT_TRUE(body.x >= 1000 && body.Right() <= 1800 && body.y >= 200 && body.Bottom() <= 800)
+                << left << ", " << top;
+        }
+    }
+    Ignore(genie->SetLeft(985));
+    EXPECT_LE(Windows().balloon->body.Right(), 1000);
+}
+
 TEST_F(BalloonTest, LeftoverThatLeavesTheScreenIsToldWithoutDelay)
 {
     SetStyle(2, balloon_style::kAutoPace);

@@ -50,6 +50,8 @@ public:
     std::unique_ptr<CharacterView> MakeCharacterView(std::wstring_view name, PointerInput& input) override;
     std::optional<Rect> WorkAreaAt(const Rect& rect) const override
     {
+        if (secondMonitor && rect.x + rect.width / 2 >= secondMonitor->x)
+            return secondMonitor;
         const bool outside =
             rect.x >= monitor.width || rect.y >= monitor.height || rect.Right() <= 0 || rect.Bottom() <= 0;
         return outside ? std::nullopt : std::optional<Rect>({0, 0, monitor.width, monitor.height - 40});
@@ -71,6 +73,7 @@ public:
 
     Time now{1'000'000};
     Size monitor{1000, 800};
+    std::optional<Rect> secondMonitor; // on the right
     Ticker* ticker = nullptr;
     Time wakeAt = kNever; // what the timer is set to
     int ticks = 0;
@@ -233,6 +236,8 @@ public:
         static const std::map<ErrorCode, std::wstring> kNames{
             {ErrorCode::None, L"done "},
             {ErrorCode::CharacterHidden, L"hidden "},
+            {ErrorCode::NoSuchAnimation, L"unknown "},
+            {ErrorCode::AnimationDamaged, L"damaged "},
             {ErrorCode::RequestRemoved, L"removed "},
             {ErrorCode::InterruptedByApplication, L"interrupted "},
         };
