@@ -7,27 +7,25 @@ namespace voxtrel::ovaccserver {
 
 void PointerWatch::Restart() { place_.reset(); }
 
-bool PointerWatch::WantsLook(platform::ScreenPoint point, TimePoint now)
+bool PointerWatch::WantsLook(platform::PointerState pointer, TimePoint now)
 {
+    const platform::ScreenPoint point = pointer.point;
     const bool moved =
         !place_ || std::abs(point.x - place_->x) > kTremble || std::abs(point.y - place_->y) > kTremble;
-    if (moved) {
+    if (moved || pointer.pressed) {
         place_ = point;
         since_ = now;
         looked_.reset();
-        again_ = {};
+        pause_ = {};
     }
-    return looked_ ? now - *looked_ >= again_ : now - since_ >= kRest;
+    return looked_ ? now - *looked_ >= pause_ : now - since_ >= kRest;
 }
 
 void PointerWatch::Looked(bool answered, TimePoint now)
 {
-    const bool first = !looked_;
     looked_ = now;
-    if (!answered)
-        again_ = std::clamp(again_ * 2, 2 * kAgain, kAgainAtMost);
-    else
-        again_ = first ? kSoonAgain : kAgain;
+    pause_ = answered ? std::clamp(2 * pause_, kFirstPause, kLongestPause)
+                      : std::clamp(2 * pause_, kFirstPauseUnanswered, kLongestPauseUnanswered);
 }
 
 } // namespace voxtrel::ovaccserver

@@ -24,7 +24,7 @@ bool Server::Run()
         if (!monitoring_ || now < nextPoll)
             continue;
         Watch(now);
-        nextPoll = now + kPoll;
+        nextPoll = now + (watch_.RestsLong(now) ? kRestingPoll : kPoll);
     }
     return false;
 }
@@ -64,14 +64,14 @@ void Server::Take(const Answer& answer)
 
 void Server::Watch(Clock::time_point now)
 {
-    const std::optional<platform::ScreenPoint> point = pointer_.Position();
-    const bool wantsLook = point && watch_.WantsLook(*point, now);
+    const std::optional<platform::PointerState> pointer = pointer_.State();
+    const bool wantsLook = pointer && watch_.WantsLook(*pointer, now);
     if (lookingSince_) {
         WaitForLook(now);
     } else if (wantsLook) {
         lookingSince_ = now;
         overdue_ = false;
-        looker_.Look(++look_, *point, kDeadline);
+        looker_.Look(++look_, pointer->point, kDeadline);
     }
     if (now - written_ >= kSignOfLife)
         Write(std::string(screenreading::kAlive) + "\n");

@@ -17,9 +17,9 @@ namespace voxtrel::ovaccserver {
 // The server's one thread of thought: takes the program's commands, watches the pointer while it is told to,
 // and writes what the pointer rests on.
 //
-// While monitoring it wakes every kPoll. A rest of the pointer starts a look; the answer is written when it
-// is another object than the one before. A look that takes longer than kDeadline counts as having found
-// nothing, and one that takes longer than kPatience is given up with its thread.
+// While monitoring it wakes every kPoll, and every kRestingPoll when the pointer has rested for a while. A rest of the
+// pointer starts a look; the answer is written when it is another object than the one before. A look that takes longer
+// than kDeadline counts as having found nothing, and one that takes longer than kPatience is given up with its thread.
 class Server {
 public:
     using Clock = std::chrono::steady_clock;
@@ -41,6 +41,7 @@ public:
     bool Run();
 
     static constexpr std::chrono::milliseconds kPoll{30};
+    static constexpr std::chrono::milliseconds kRestingPoll{60};
     static constexpr std::chrono::milliseconds kDeadline{400};
     static constexpr std::chrono::milliseconds kPatience{3000};
     static constexpr std::chrono::milliseconds kSignOfLife{1000};

@@ -18,12 +18,17 @@ struct ScreenPoint {
     bool operator==(const ScreenPoint&) const = default;
 };
 
+struct PointerState {
+    ScreenPoint point;
+    bool pressed = false; // a button is held down
+};
+
 class MousePointer {
 public:
     virtual ~MousePointer() = default;
 
     // Nothing while the desktop does not tell, for instance when the screen is locked.
-    virtual std::optional<ScreenPoint> Position() = 0;
+    virtual std::optional<PointerState> State() = 0;
 };
 
 class AccessibleSource {

@@ -8,4 +8,7 @@ namespace voxtrel::platform {
 // nothing.
 void FocusContent(wxWindow& control);
 
+// Switches a control on or off. Tab finds it as long as it is on.
+void EnableInTabOrder(wxWindow& control, bool enabled);
+
 } // namespace voxtrel::platform

@@ -23,6 +23,7 @@ constexpr auto kTick = 10ms;
 constexpr auto kOpeningTakes = 1500ms; // then the clock takes over until the device is there
 constexpr auto kDeviceIsDead = 3s;     // when it has not asked for samples for so long; some begin late
 constexpr auto kDeviceStaysOpen = 5s;  // a device opened late swallows the first syllable
+constexpr auto kFirstOpening = 300ms; // the windows of the program are there by then
 constexpr std::size_t kLongestRepeated = 65536;
 
 class PlaybackSink : public UtteranceSink {
@@ -85,8 +86,6 @@ EmbeddedEngine::EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synt
     if (makeOutput)
         output_ = makeOutput(playback_);
     lastBusy_ = steady_clock::now();
-    if (output_)
-        output_->Open();
     maker_ = std::thread([this, voice = voice_] {
         synthesizer_->Prepare(*voice);
         MakeSound();
@@ -184,8 +183,19 @@ void EmbeddedEngine::Render(const Job& job)
     }
 }
 
+// The output is opened before it is needed, but looking for devices loads half the system's sound software: the windows
+// of a program that has just been started come first.
+void EmbeddedEngine::OpenOutputSoon()
+{
+    std::unique_lock lock(mutex_);
+    workComes_.wait_for(lock, kFirstOpening, [this] { return quit_ || playback_.Active() || playback_.HasSamples(); });
+    if (!quit_ && output_)
+        output_->Open();
+}
+
 void EmbeddedEngine::TendOutput()
 {
+    OpenOutputSoon();
     bool busy = false;
     while (true) {
         {

@@ -52,6 +52,7 @@ private:
     void MakeSound();
     void Render(const Job& job);
 
+    void OpenOutputSoon();
     void TendOutput();
     void WaitForWork();
     void OpenOrCloseDevice(TimePoint now);

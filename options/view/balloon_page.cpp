@@ -35,10 +35,8 @@ wxSizer* MakeLettering(wxWindow* page, OptionsControls& controls)
     wxStaticBoxSizer* const group = MakeGroup(page, "3948:Lettering");
     wxStaticBox* const box = group->GetStaticBox();
     wxFlexGridSizer* const rows = MakeRows(*page);
-    controls.Of(DropDown::Fontlist) = MakeChoice(box, "Fontlist");
-    controls.labelled.push_back(AddRow(*rows, box, "3949:&Font:", controls.Of(DropDown::Fontlist)));
-    controls.Of(DropDown::Sizelist) = MakeChoice(box, "Sizelist");
-    controls.labelled.push_back(AddRow(*rows, box, "3950:Si&ze:", controls.Of(DropDown::Sizelist)));
+    AddListRow(*rows, box, "3949:&Font:", controls, DropDown::Fontlist, "Fontlist");
+    AddListRow(*rows, box, "3950:Si&ze:", controls, DropDown::Sizelist, "Sizelist");
     group->Add(rows, wxSizerFlags().Expand().Border(wxALL, Gap(*page)));
     controls.preview = new BalloonPreview(box);
     group->Add(controls.preview, wxSizerFlags(1).Expand().Border(wxALL, Gap(*page)));

@@ -14,10 +14,8 @@ wxSizer* MakeAppearance(wxWindow* page, OptionsControls& controls)
     wxStaticBoxSizer* const group = MakeGroup(page, "3937:Appearance");
     wxStaticBox* const box = group->GetStaticBox();
     wxFlexGridSizer* const rows = MakeRows(*page);
-    controls.Of(DropDown::AgentList) = MakeChoice(box, "AgentList");
-    controls.labelled.push_back(AddRow(*rows, box, "3930:&Character:", controls.Of(DropDown::AgentList)));
-    controls.Of(DropDown::AgentSizeList) = MakeChoice(box, "AgentSizeList");
-    controls.labelled.push_back(AddRow(*rows, box, "3931:&Size:", controls.Of(DropDown::AgentSizeList)));
+    AddListRow(*rows, box, "3930:&Character:", controls, DropDown::AgentList, "AgentList");
+    AddListRow(*rows, box, "3931:&Size:", controls, DropDown::AgentSizeList, "AgentSizeList");
     group->Add(rows, wxSizerFlags().Expand().Border(wxALL, Gap(*page)));
     return group;
 }
@@ -31,9 +29,7 @@ wxSizer* MakePlace(wxWindow* page, OptionsControls& controls)
     controls.Of(CheckBox::visiblebox) = hidden;
     group->Add(hidden, wxSizerFlags().Border(wxALL, Gap(*page)));
     wxFlexGridSizer* const rows = MakeRows(*page);
-    controls.Of(DropDown::positionlist) = MakeChoice(box, "positionlist");
-    controls.labelled.push_back(
-        AddRow(*rows, box, "3933:&Beyond this corner:", controls.Of(DropDown::positionlist)));
+    AddListRow(*rows, box, "3933:&Beyond this corner:", controls, DropDown::positionlist, "positionlist");
     group->Add(rows, wxSizerFlags().Expand().Border(wxALL, Gap(*page)));
     return group;
 }

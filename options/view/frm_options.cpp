@@ -5,6 +5,7 @@
 #include "options/view/manual.h"
 #include "options/view/value_slider.h"
 #include "platform/accessible_name.h"
+#include "platform/focus.h"
 #include "screenreading/view/screen_reading_page.h"
 #include "settings/string_numbers.h"
 #include "settings/view/wx_form.h"
@@ -97,7 +98,6 @@ frmOptions::frmOptions(const FormServices& services)
     column->Add(MakeButtons(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
     SetSizer(column);
     options_.Form_Load();
-    EnableChosenPage();
     EnablePronunciationButtons();
     BindHandlers();
     BindPronunciations();
@@ -169,7 +169,6 @@ void frmOptions::BindHandlers()
     On(Command1_, wxEVT_BUTTON, [this] { options_.Command1_Click(); });
     On(ok_but_, wxEVT_BUTTON, [this] { options_.ok_but_Click(); });
     On(cancel_but_, wxEVT_BUTTON, [this] { options_.cancel_but_Click(); });
-    On(tabs_, wxEVT_NOTEBOOK_PAGE_CHANGED, [this] { EnableChosenPage(); });
     On(this, wxEVT_CLOSE_WINDOW, [this] { Unload(); });
 }
 
@@ -197,16 +196,10 @@ void frmOptions::BindPronunciations()
 // A button that would do nothing cannot be pressed.
 void frmOptions::EnablePronunciationButtons()
 {
-    controls_.pron_add->Enable(!controls_.txtSpeak[0]->IsEmpty());
-    controls_.cmdSpeak->Enable(!controls_.txtSpeak[1]->IsEmpty());
-    controls_.Command2->Enable(SelectedPronunciation().has_value());
-    controls_.exportButton->Enable(!controls_.List1->IsEmpty());
-}
-
-void frmOptions::EnableChosenPage()
-{
-    for (std::size_t page = 0; page < tabs_->GetPageCount(); ++page)
-        tabs_->GetPage(page)->Enable(static_cast<int>(page) == tabs_->GetSelection());
+    platform::EnableInTabOrder(*controls_.pron_add, !controls_.txtSpeak[0]->IsEmpty());
+    platform::EnableInTabOrder(*controls_.cmdSpeak, !controls_.txtSpeak[1]->IsEmpty());
+    platform::EnableInTabOrder(*controls_.Command2, SelectedPronunciation().has_value());
+    platform::EnableInTabOrder(*controls_.exportButton, !controls_.List1->IsEmpty());
 }
 
 void frmOptions::ShowOptions()

@@ -73,7 +73,6 @@ private:
     void NameControls();
     int WidthOfTabs() const;
     void MakeRoomForDetails();
-    void EnableChosenPage();
     void EnablePronunciationButtons();
     void ImportFromFile();
     void ExportToFile();

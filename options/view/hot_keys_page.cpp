@@ -30,8 +30,6 @@ wxPanel* MakeHotKeysPage(wxWindow* tabs, OptionsControls& controls)
     auto* page = new wxPanel(tabs);
     const int gap = GroupGap(*page);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    wxStaticText* const hint = MakeLabel(page, "3970:Hold Ctrl and press one of these keys in any program.");
-    column->Add(hint, wxSizerFlags().Border(wxALL, gap));
     auto* rows = new wxFlexGridSizer(3, gap, gap);
     rows->AddGrowableCol(0, 1);
     for (std::size_t index = 0; index < controls.hotkeycheck.size(); ++index) {
@@ -41,7 +39,9 @@ wxPanel* MakeHotKeysPage(wxWindow* tabs, OptionsControls& controls)
         controls.hotkeycombo[index] = MakeKeyList(page);
         rows->Add(controls.hotkeycombo[index], wxSizerFlags().CenterVertical());
     }
-    hint->MoveAfterInTabOrder(controls.hotkeycombo.back()); // so that it is no label of the first box
+    // Made last, so that it is no label of the first box.
+    column->Add(MakeLabel(page, "3970:Hold Ctrl and press one of these keys in any program."),
+                wxSizerFlags().Border(wxALL, gap));
     column->Add(rows, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, gap));
     page->SetSizer(column);
     return page;

@@ -51,6 +51,10 @@ struct OptionsControls {
     wxCheckBox* Of(CheckBox box) const { return checkBoxes[static_cast<std::size_t>(box)]; }
 };
 
+// Adds a drop-down list with its label.
+void AddListRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, OptionsControls& controls,
+                DropDown list, const char* name);
+
 // Makes the option buttons of a group, one below the other.
 void AddOptionGroup(wxStaticBoxSizer& sizer, OptionsControls& controls, OptionGroup group, const char* name,
                     const std::array<const char*, kOptionsOfAGroup>& designs);

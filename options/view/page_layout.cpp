@@ -73,14 +73,21 @@ wxFlexGridSizer* MakeRows(const wxWindow& window, int columns)
     return rows;
 }
 
-Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, wxWindow* control)
+Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design,
+                const std::function<wxWindow*()>& make)
 {
     wxStaticText* const label = MakeLabel(parent, design);
-    // A text is the label of the control that follows it.
-    label->MoveBeforeInTabOrder(control);
+    wxWindow* const control = make();
     rows.Add(label, wxSizerFlags().CenterVertical());
     rows.Add(control, wxSizerFlags(1).Expand());
     return {label, control};
+}
+
+void AddListRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, OptionsControls& controls,
+                DropDown list, const char* name)
+{
+    controls.labelled.push_back(
+        AddRow(rows, parent, design, [&] { return controls.Of(list) = MakeChoice(parent, name); }));
 }
 
 void AddOptionGroup(wxStaticBoxSizer& sizer, OptionsControls& controls, OptionGroup group, const char* name,
@@ -88,7 +95,7 @@ void AddOptionGroup(wxStaticBoxSizer& sizer, OptionsControls& controls, OptionGr
 {
     wxStaticBox* const box = sizer.GetStaticBox();
     const auto index = static_cast<std::size_t>(group);
-    wxRadioButton* const none =
+    auto* const none =
         new wxRadioButton(box, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
     none->Hide();
     controls.noneOfGroup[index] = none;

@@ -3,6 +3,8 @@
 #include <wx/sizer.h>
 #include <wx/string.h>
 
+#include <functional>
+
 class wxButton;
 class wxCheckBox;
 class wxChoice;
@@ -31,7 +33,9 @@ struct Labelled {
     wxStaticText* label;
     wxWindow* control;
 };
-// Adds a control with its label, whose mnemonic reaches it.
-Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design, wxWindow* control);
+// Adds the control that make makes, with its label. A text is the label of the control that is made after it:
+// its mnemonic reaches that control.
+Labelled AddRow(wxFlexGridSizer& rows, wxWindow* parent, const wxString& design,
+                const std::function<wxWindow*()>& make);
 
 } // namespace voxtrel::options

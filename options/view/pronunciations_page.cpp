@@ -33,11 +33,12 @@ wxSizer* MakeTexts(wxWindow* page, OptionsControls& controls)
     wxFlexGridSizer* const rows = MakeRows(*page);
     constexpr const char* kLabels[] = {"3978:Wr&itten:", "3979:Spo&ken:"};
     for (std::size_t i = 0; i < controls.txtSpeak.size(); ++i) {
-        // Enter is for the pronunciation, not for the dialog.
-        controls.txtSpeak[i] = new wxTextCtrl(page, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                              wxTE_PROCESS_ENTER);
+        controls.labelled.push_back(AddRow(*rows, page, kLabels[i], [&] {
+            // Enter is for the pronunciation, not for the dialog.
+            return controls.txtSpeak[i] = new wxTextCtrl(page, wxID_ANY, wxEmptyString, wxDefaultPosition,
+                                                         wxDefaultSize, wxTE_PROCESS_ENTER);
+        }));
         controls.txtSpeak[i]->SetName("txtSpeak");
-        controls.labelled.push_back(AddRow(*rows, page, kLabels[i], controls.txtSpeak[i]));
     }
     return rows;
 }

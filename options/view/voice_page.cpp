@@ -46,15 +46,14 @@ wxSizer* MakeSliders(wxWindow* page, OptionsControls& controls)
     wxFlexGridSizer* const rows = MakeRows(*page, 3);
     for (const SliderDesign& design : kSliderDesigns) {
         const auto index = static_cast<std::size_t>(design.slider);
-        auto* slider = new ValueSlider(page, design.name, design.slider);
-        slider->SetToolTip(design.toolTip);
-        controls.sliders[index] = slider;
-        const Labelled row = AddRow(*rows, page, design.label, slider);
-        controls.labelled.push_back(row);
+        // Made before the label, which is to stand directly before the slider.
         auto* value = new wxStaticText(page, wxID_ANY, kWidestValue);
         value->SetName(design.labelName);
-        value->MoveBeforeInTabOrder(row.label); // so that it is no label of what follows
         controls.sliderLabels[index] = value;
+        controls.labelled.push_back(AddRow(*rows, page, design.label, [&] {
+            return controls.sliders[index] = new ValueSlider(page, design.name, design.slider);
+        }));
+        controls.sliders[index]->SetToolTip(design.toolTip);
         rows->Add(value, wxSizerFlags().CenterVertical());
     }
     return rows;
@@ -68,8 +67,7 @@ wxPanel* MakeVoicePage(wxWindow* tabs, OptionsControls& controls)
     const int gap = GroupGap(*page);
     auto* column = new wxBoxSizer(wxVERTICAL);
     wxFlexGridSizer* const rows = MakeRows(*page);
-    controls.Of(DropDown::voicelist) = MakeChoice(page, "voicelist");
-    controls.labelled.push_back(AddRow(*rows, page, "3951:&Voice:", controls.Of(DropDown::voicelist)));
+    AddListRow(*rows, page, "3951:&Voice:", controls, DropDown::voicelist, "voicelist");
     column->Add(rows, wxSizerFlags().Expand().Border(wxALL, gap));
     column->Add(MakeStyles(page, controls), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, gap));
     column->Add(MakeSliders(page, controls), wxSizerFlags().Expand().Border(wxALL, gap));

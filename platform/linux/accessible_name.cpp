@@ -2,6 +2,7 @@
 
 #include "platform/linux/focus_widget.h"
 
+#include <gtk/gtk.h>
 #include <wx/window.h>
 
 namespace voxtrel::platform {

@@ -6,7 +6,8 @@ namespace voxtrel::platform {
 namespace {
 
 constexpr guint32 kScreen = ATSPI_COORD_TYPE_SCREEN;
-constexpr int kMaxColumns = 30;
+constexpr int kMaxColumns = 10;
+constexpr int kMaxActions = 5;
 
 std::string TextFrom(const Variant& value)
 {
@@ -238,6 +239,23 @@ std::string AtspiAccessible::LineAt(ScreenPoint point) const
     const char* line = nullptr;
     g_variant_get(reply.get(), "(&sii)", &line, nullptr, nullptr);
     return line;
+}
+
+bool AtspiAccessible::HasAction(std::string_view name) const
+{
+    const Variant count = bus_->Property(reference_, atspi::kAction, "NActions");
+    if (!count || !g_variant_is_of_type(count.get(), G_VARIANT_TYPE_INT32))
+        return false;
+    for (int i = 0; i < std::min(g_variant_get_int32(count.get()), kMaxActions); ++i) {
+        const Variant reply = Call(atspi::kAction, "GetName", g_variant_new("(i)", i), "(s)");
+        if (!reply)
+            return false;
+        const char* action = nullptr;
+        g_variant_get(reply.get(), "(&s)", &action);
+        if (action == name)
+            return true;
+    }
+    return false;
 }
 
 std::vector<AtspiAccessible> AtspiAccessible::RowOf(int childIndex) const

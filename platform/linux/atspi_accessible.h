@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace voxtrel::platform {
@@ -60,6 +61,8 @@ public:
     std::optional<AtspiAccessible> SelectedChild() const;
     std::string Text(int maxCharacters) const;
     std::string LineAt(ScreenPoint point) const;
+    // Whether one of its actions has this name.
+    bool HasAction(std::string_view name) const;
     // The objects in the row of a table that its child with this index stands in.
     std::vector<AtspiAccessible> RowOf(int childIndex) const;
 
@@ -86,6 +89,7 @@ inline constexpr char kSelection[] = "org.a11y.atspi.Selection";
 inline constexpr char kText[] = "org.a11y.atspi.Text";
 inline constexpr char kEditableText[] = "org.a11y.atspi.EditableText";
 inline constexpr char kTable[] = "org.a11y.atspi.Table";
+inline constexpr char kAction[] = "org.a11y.atspi.Action";
 } // namespace atspi
 
 } // namespace voxtrel::platform

@@ -98,16 +98,32 @@ std::wstring Clean(const std::string& bytes, std::size_t most)
     return ReadableText(settings::FromUtf8(bytes), most);
 }
 
-std::wstring NameOfRow(const AtspiAccessible& cell)
+// The cells beside this one and itself, in a table that can be asked for them.
+std::vector<AtspiAccessible> RowAround(const AtspiAccessible& cell)
 {
     const auto table = cell.Parent();
     if (!table || !table->Implements(atspi::kTable))
         return {};
-    for (const AtspiAccessible& other : table->RowOf(cell.IndexInParent())) {
+    return table->RowOf(cell.IndexInParent());
+}
+
+std::wstring NameOfRow(const AtspiAccessible& cell)
+{
+    for (const AtspiAccessible& other : RowAround(cell)) {
         if (std::wstring name = Clean(other.Name(), kLongestText); !name.empty())
             return name;
     }
     return {};
+}
+
+// A box in a list is a cell of its own, which does not say that it is one; what it can do tells.
+SwitchState StateOfRow(const AtspiAccessible& cell)
+{
+    for (const AtspiAccessible& other : RowAround(cell)) {
+        if (other.Implements(atspi::kAction) && other.HasAction("toggle"))
+            return other.HasState(ATSPI_STATE_CHECKED) ? SwitchState::Checked : SwitchState::Unchecked;
+    }
+    return SwitchState::None;
 }
 
 // Names in the order in which they are asked for; see the head of the file.
@@ -136,6 +152,8 @@ SwitchState StateOf(const AtspiAccessible& object, AtspiRole role)
         if (role != ATSPI_ROLE_TOGGLE_BUTTON)
             return object.HasState(ATSPI_STATE_CHECKED) ? SwitchState::Checked : SwitchState::Unchecked;
     }
+    if (role == ATSPI_ROLE_TABLE_CELL)
+        return StateOfRow(object);
     if (role != ATSPI_ROLE_TOGGLE_BUTTON)
         return SwitchState::None;
     const bool down = object.HasState(ATSPI_STATE_PRESSED) || object.HasState(ATSPI_STATE_CHECKED);

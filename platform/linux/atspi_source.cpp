@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 
 namespace voxtrel::platform {
 namespace {
@@ -24,6 +25,7 @@ namespace {
 constexpr int kMaxDepth = 60;
 constexpr int kMaxChildren = 100; // more are not compared one by one
 constexpr int kPlacelessDepth = 3;
+constexpr int kMaxScale = 4;
 
 // The child whose place contains the point. Objects that have no place are gone through.
 std::optional<AtspiAccessible> ChildAt(const AtspiAccessible& object, ScreenPoint point, int placelessDepth)
@@ -82,14 +84,13 @@ ScreenPoint InUnitsOf(const AtspiExtents& window, int widthOnScreen, ScreenPoint
     if (!window.IsKnown() || widthOnScreen <= 0)
         return point;
     const int scale = static_cast<int>(std::lround(static_cast<double>(widthOnScreen) / window.width));
-    constexpr int kMaxScale = 4;
     if (scale < 2 || scale > kMaxScale)
         return point;
     return {point.x / scale, point.y / scale};
 }
 
 struct Found {
-    AtspiAccessible window;
+    AtspiAccessible object;
     ScreenPoint point; // in the units of the program
 };
 
@@ -130,22 +131,51 @@ bool IsOurCharacter(const WindowUnderPoint& window)
     return window.shaped && window.process == static_cast<std::uint32_t>(getppid());
 }
 
-// The object from which the way goes down to what the point is over in a menu.
-std::optional<AtspiAccessible> PlaceInMenu(AtspiBus& bus, const AtspiAccessible& program, ScreenPoint point)
+// The object from which the way goes down to what the point is over in a menu: the chosen one, or one near
+// it.
+std::optional<AtspiAccessible> PlaceNear(std::optional<AtspiAccessible> chosen, ScreenPoint point)
 {
-    const auto chosen = bus.LastChosen(program.Reference().program);
-    std::optional<AtspiAccessible> object;
-    if (chosen)
-        object.emplace(bus, *chosen);
-    for (int up = 0; object && up < kPlacelessDepth; ++up) {
-        if (object->Extents().Contains(point) && object->HasState(ATSPI_STATE_SHOWING))
-            return object;
-        if (auto child = ChildAt(*object, point, kPlacelessDepth))
+    for (int up = 0; chosen && up < kPlacelessDepth; ++up) {
+        if (chosen->Extents().Contains(point) && chosen->HasState(ATSPI_STATE_SHOWING))
+            return chosen;
+        if (auto child = ChildAt(*chosen, point, kPlacelessDepth))
             return child;
-        object = object->Parent();
+        chosen = chosen->Parent();
         // What lies further out may be the window behind the menu.
-        if (object && !HoldsChoices(object->Role()))
+        if (chosen && !HoldsChoices(chosen->Role()))
             break;
+    }
+    return std::nullopt;
+}
+
+// The number that an item's width is to be multiplied with to fill its menu; 0 when it is no item of that
+// menu.
+int ScaleOf(const AtspiAccessible& item, const WindowUnderPoint& menu)
+{
+    const int width = item.Extents().width;
+    const int scale = width > 0 ? static_cast<int>(std::lround(static_cast<double>(menu.width) / width)) : 0;
+    return scale <= kMaxScale && std::abs(menu.width - scale * width) * 5 <= menu.width ? scale : 0;
+}
+
+std::optional<Found> PlaceInMenu(AtspiBus& bus, const AtspiAccessible& program, const WindowUnderPoint& menu,
+                                 ScreenPoint point)
+{
+    const auto reference = bus.LastChosen(program.Reference().program);
+    if (!reference)
+        return std::nullopt;
+    const AtspiAccessible chosen(bus, *reference);
+    if (const int scale = ScaleOf(chosen, menu); scale > 1) {
+        const ScreenPoint there{point.x / scale, point.y / scale};
+        if (auto place = PlaceNear(chosen, there))
+            return Found{*place, there};
+    }
+    if (auto place = PlaceNear(chosen, point))
+        return Found{*place, point};
+    // The chosen one is still the menu's title.
+    for (int scale = 2; scale <= kMaxScale; ++scale) {
+        const ScreenPoint there{point.x / scale, point.y / scale};
+        if (auto place = PlaceNear(chosen, there); place && ScaleOf(*place, menu) == scale)
+            return Found{*place, there};
     }
     return std::nullopt;
 }
@@ -171,14 +201,14 @@ AccessibleObject AtspiSource::Look(ScreenPoint point)
     if (!program)
         return {};
     if (!onScreen->managed) {
-        if (const auto place = PlaceInMenu(bus_, *program, point))
-            return Describe(DeepestAt(*place, point), point);
+        if (const auto place = PlaceInMenu(bus_, *program, *onScreen, point))
+            return Describe(DeepestAt(place->object, place->point), place->point);
     }
     const auto found = WindowOf(*program, *onScreen, point);
     // A window behind a menu is not what the pointer is over.
-    if (!found || (!onScreen->managed && found->window.Role() == ATSPI_ROLE_FRAME))
+    if (!found || (!onScreen->managed && found->object.Role() == ATSPI_ROLE_FRAME))
         return {};
-    return Describe(DeepestAt(found->window, found->point), found->point);
+    return Describe(DeepestAt(found->object, found->point), found->point);
 }
 
 std::optional<AtspiAccessible> AtspiSource::ProgramOf(const WindowUnderPoint& window)

@@ -1,5 +1,6 @@
 #include "platform/linux/focus_widget.h"
 
+#include <gtk/gtk.h>
 #include <wx/window.h>
 
 #include <memory>

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <gtk/gtk.h>
-
 class wxWindow;
+typedef struct _GtkWidget GtkWidget;
 
 namespace voxtrel::platform {
 

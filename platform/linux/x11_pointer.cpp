@@ -44,13 +44,14 @@ xcb_atom_t X11Pointer::Atom(const char* name)
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-std::optional<ScreenPoint> X11Pointer::Position()
+std::optional<PointerState> X11Pointer::State()
 {
     const ReplyPtr<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(connection_.get(), xcb_query_pointer(connection_.get(), root_), nullptr));
     if (!reply || !reply->same_screen)
         return std::nullopt;
-    return ScreenPoint{reply->root_x, reply->root_y};
+    constexpr auto kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    return PointerState{{reply->root_x, reply->root_y}, (reply->mask & kButtons) != 0};
 }
 
 xcb_window_t X11Pointer::ChildUnder(xcb_window_t window)

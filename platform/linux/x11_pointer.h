@@ -27,7 +27,7 @@ public:
     X11Pointer();
     ~X11Pointer() override;
 
-    std::optional<ScreenPoint> Position() override;
+    std::optional<PointerState> State() override;
 
     // The window under the pointer at this moment; nothing over the desktop's background.
     std::optional<WindowUnderPoint> WindowUnder();

@@ -34,12 +34,13 @@ DWORD ParentProcess()
 
 class WindowsPointer final : public MousePointer {
 public:
-    std::optional<ScreenPoint> Position() override
+    std::optional<PointerState> State() override
     {
         POINT point;
         if (!GetCursorPos(&point))
             return std::nullopt;
-        return ScreenPoint{point.x, point.y};
+        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) < 0;
+        return PointerState{{point.x, point.y}, pressed};
     }
 };
 

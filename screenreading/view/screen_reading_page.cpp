@@ -1,6 +1,7 @@
 #include "screenreading/view/screen_reading_page.h"
 
 #include "platform/accessible_name.h"
+#include "platform/focus.h"
 #include "settings/string_numbers.h"
 #include "settings/view/wx_form.h"
 
@@ -154,7 +155,7 @@ void ScreenReadingPage::Form_Load()
     ShowRoles();
     ShowBoxes();
     Check_usescreenreading_->SetValue(page_.Check_usescreenreading());
-    cmdDetails_->Enable(page_.Check_usescreenreading());
+    platform::EnableInTabOrder(*cmdDetails_, page_.Check_usescreenreading());
 }
 
 void ScreenReadingPage::ShowRoles()
@@ -181,7 +182,7 @@ void ScreenReadingPage::Check_usescreenreading_Click()
     if (!ticked && cmdDetails_->GetLabel() == "Close Details...")
         cmdDetails_Click();
     page_.Check_usescreenreading_Click(ticked);
-    cmdDetails_->Enable(ticked);
+    platform::EnableInTabOrder(*cmdDetails_, ticked);
 }
 
 void ScreenReadingPage::cmdDetails_Click()

@@ -119,6 +119,10 @@ class Voxtrel:
         events = [json.loads(line) for line in lines]
         return [event for event in events if name is None or event["event"] == name]
 
+    def hot_keys(self):
+        """The rows that have fired so far, each "down" or "up" as the program saw it last."""
+        return {event["number"]: "down" if event["down"] else "up" for event in self.events("hot-key")}
+
     def wait_event(self, name, matching=lambda event: True, seconds=PATIENCE):
         return wait_for(lambda: next((event for event in self.events(name) if matching(event)), None),
                         f"the event {name}", seconds)
@@ -195,9 +199,13 @@ class Scenario(unittest.TestCase):
 
     def call(self, *arguments, stdin=None, seconds=PATIENCE):
         """Runs the program to its end: exit code, output, errors."""
-        done = subprocess.run(command(*arguments), env=self.home.environment(self.display.environment), input=stdin,
-                              capture_output=True, timeout=seconds)
-        return done.returncode, done.stdout, done.stderr.decode(errors="replace")
+        # Files, because a pipe ends only with the last program that was started from here.
+        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+            done = subprocess.run(command(*arguments), env=self.home.environment(self.display.environment), input=stdin,
+                                  stdout=output, stderr=errors, timeout=seconds)
+            output.seek(0)
+            errors.seek(0)
+            return done.returncode, output.read(), errors.read().decode(errors="replace")
 
 
 def main():

@@ -88,10 +88,10 @@ class ScreenReading(Scenario):
     def move_to(self, x, y):
         self.xdotool("mousemove", x, y)
 
-    def open_program(self, *command):
-        environment = self.home.environment(self.display.environment)
-        environment.update(QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
-        process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+    def open_program(self, *command, environment=None):
+        full = self.home.environment(self.display.environment)
+        full.update(QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8", **(environment or {}))
+        process = subprocess.Popen(command, env=full, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                    start_new_session=True)
         self.addCleanup(self.end_process, process)
         return process
@@ -112,10 +112,11 @@ class ScreenReading(Scenario):
         return tuple(int(re.search(rf"{what}:\s+(-?\d+)", about)[1])
                      for what in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
-    def sample_window(self):
+    def sample_window(self, environment=None):
         """The window with one of each control, and its objects."""
         path = self.home.path("objects")
-        process = self.open_program(*(wine(SAMPLE_WINDOW) if WINDOWS else [SAMPLE_WINDOW]), native(path))
+        process = self.open_program(*(wine(SAMPLE_WINDOW) if WINDOWS else [SAMPLE_WINDOW]), native(path),
+                                    environment=environment)
         wait_for(lambda: os.path.exists(path), "the sample window")
         with open(path, encoding="utf-8") as file:
             return process, [json.loads(line) for line in file]
@@ -177,7 +178,7 @@ class Objects(ScreenReading):
             self.move_to(thing["x"], thing["y"])
             self.wait_spoken(program, f"{thing['name']} {self.kind(thing)}", since)
             self.move_to(thing["x"] + 5, thing["y"] + 2)
-            time.sleep(1.5)  # more than the server needs to look again
+            time.sleep(1.5)  # the server looks again twice
             self.assertEqual(len(program.events("object")), since + 1)
 
     @unittest.skipIf(WINDOWS, "Wine does not show this")
@@ -213,6 +214,22 @@ class Objects(ScreenReading):
         self.end_process(process)
         self.move_to(objects[1]["x"], objects[1]["y"])
         self.assertIsNone(program.process.poll())
+
+    @unittest.skipIf(WINDOWS, "the toolkit of Linux draws larger this way")
+    def test_a_program_drawn_at_twice_the_size(self):
+        program = self.start_and_wait()
+        _, objects = self.sample_window({"GDK_SCALE": "2"})
+        # The toolkit counts in its own units.
+        for thing in objects[:9]:
+            with self.subTest(thing["kind"], name=thing["name"]):
+                self.move_to(2 * thing["x"], 2 * thing["y"])
+                self.wait_spoken(program, f"{thing['name']} {self.kind(thing)} {thing['value']}")
+        x, y, *_ = self.window("[Vv]oxtrel_sample_window")
+        self.move_to(x + 60, y + 20)
+        self.wait_spoken(program, "Drawing menu")
+        self.xdotool("click", 1)
+        self.move_to(x + 80, y + 76)
+        self.wait_spoken(program, "New drawing menu item")
 
     @unittest.skipIf(WINDOWS, "Wine does not show this")
     @unittest.skipIf(shutil.which("mousepad") is None, "mousepad is not installed")

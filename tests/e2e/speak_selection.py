@@ -74,8 +74,7 @@ class SelectionScenario(Scenario):
             wait_for(lambda: self.is_up(program, ROWS[key]), f"a look at {key} released")
 
     def is_up(self, program, row):
-        events = [event for event in program.events("hot-key") if event["number"] == row]
-        return bool(events) and not events[-1]["down"]
+        return program.hot_keys().get(row) == "up"
 
     # The user's clipboard.
 
@@ -382,7 +381,8 @@ class RandomUse(SelectionScenario):
         end = time.monotonic() + SECONDS
         while time.monotonic() < end:
             self.bring_to_front(chance.choice(windows))
-            if chance.random() < 0.3:
+            # Wine's foreground window and the window manager's part ways when windows change this fast.
+            if not WINDOWS and chance.random() < 0.3:
                 # Speaks the selection, or stops.
                 self.click_button(chance.choice([1, 3]))
                 self.expect_clipboard(mine)
@@ -396,8 +396,7 @@ class RandomUse(SelectionScenario):
             if chance.random() < 0.3:
                 mine = f"mine {chance.random()}"
                 self.copy(mine)
-        wait_for(lambda: all(self.is_up(program, event["number"]) for event in program.events("hot-key")),
-                 "a look at all keys released")
+        wait_for(lambda: "down" not in program.hot_keys().values(), "a look at all keys released")
         count = sum(SENTENCE in markup for markup in self.spoken(program))
         self.bring_to_front(windows[0])
         self.press_hot_key(program, "F3", lambda: self.has_spoken(program, SENTENCE, count + 1))

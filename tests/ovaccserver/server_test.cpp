@@ -39,7 +39,10 @@ struct Desktop {
 class FakePointer final : public platform::MousePointer {
 public:
     explicit FakePointer(Desktop& desktop) : desktop_(desktop) {}
-    std::optional<ScreenPoint> Position() override { return desktop_.pointer.load(); }
+    std::optional<platform::PointerState> State() override
+    {
+        return platform::PointerState{desktop_.pointer.load(), false};
+    }
 
 private:
     Desktop& desktop_;

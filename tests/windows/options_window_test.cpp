@@ -317,14 +317,18 @@ TEST_F(OptionsWindow, RefusedHotKeyGoesBackInTheList)
     EXPECT_NE(shared.PendingSpeech.find(L"hot"), std::wstring::npos);
 }
 
-TEST_F(OptionsWindow, OnlyTheChosenPageIsEnabled)
+TEST_F(OptionsWindow, OnlyTheControlsOfTheChosenPageCanBeReached)
 {
     Open();
-    EXPECT_TRUE(Find<wxChoice>("AgentList").IsEnabled());
-    EXPECT_FALSE(Find<wxChoice>("voicelist").IsEnabled());
+    EXPECT_TRUE(Find<wxChoice>("AgentList").IsShownOnScreen());
+    EXPECT_FALSE(Find<wxChoice>("voicelist").IsShownOnScreen());
     ShowPage(kVoice);
-    EXPECT_FALSE(Find<wxChoice>("AgentList").IsEnabled());
+    EXPECT_FALSE(Find<wxChoice>("AgentList").IsShownOnScreen());
+    EXPECT_TRUE(Find<wxChoice>("voicelist").IsShownOnScreen());
     EXPECT_TRUE(Find<wxChoice>("voicelist").IsEnabled());
+    EXPECT_FALSE(Find<wxButton>("cmdDetails").IsShownOnScreen());
+    ShowPage(kScreenReading);
+    EXPECT_TRUE(Find<wxButton>("cmdDetails").IsShownOnScreen());
 }
 
 TEST_F(OptionsWindow, TurningToThePronunciationsChoosesNone)

@@ -440,7 +440,8 @@ TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceStopsPlaying)
 TEST_F(EngineWithDevice, ClosesTheDeviceAfterAWhileOfSilence)
 {
     Make(true);
-    EXPECT_EQ(device_->state, AudioOutput::State::Playing); // opened before it is needed
+    // Opened before it is needed.
+    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
     EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Closed; }));
     engine_->Start(L"\\Mrk=1\\\\pau=10\\");
     EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
