@@ -61,7 +61,7 @@ ensure_packages() {
 # What building natively takes.
 native_packages=(
   build-essential ca-certificates ccache cmake ninja-build pkg-config
-  libwxgtk3.2-dev flite1-dev portaudio19-dev libutf8proc-dev librsvg2-dev
+  libwxgtk3.2-dev flite1-dev portaudio19-dev libutf8proc-dev librsvg2-dev libpng-dev
   libgtk-3-dev libasound2-dev libjack-jackd2-dev libatspi2.0-dev libxtst-dev libxext-dev libxrandr-dev
   libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
   fonts-dejavu-core

@@ -1,5 +1,6 @@
 #include "agent/acs/animation_data.h"
 
+#include "agent/acs/byte_cursor.h"
 #include "agent/acs/format.h"
 
 #include <algorithm>
@@ -91,11 +92,11 @@ void DropIndexesThatLeadNowhere(Frame& frame, const IndexLimits& limits, std::si
 
 } // namespace
 
-Animation ReadAnimation(std::span<const std::uint8_t> file, const Locator& block, const IndexLimits& limits)
+Animation ReadAnimation(std::span<const std::uint8_t> block, const IndexLimits& limits)
 {
     constexpr std::size_t kSmallestFrame = 10;
     Animation animation;
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     animation.name = cursor.Text();
     const std::uint8_t transition = cursor.U8();
     animation.returnAnimation = cursor.Text();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "agent/acs/byte_cursor.h"
 #include "agent/acs/character_file.h"
 
 #include <cstddef>
@@ -18,6 +17,6 @@ struct IndexLimits {
 // Reads the frames of an animation from its block. Indexes that lead nowhere are left out with what they
 // belong to: an image, a mouth, a branch, an exit, a sound. When the block itself cannot be read the
 // animation has no frames and is marked as damaged.
-Animation ReadAnimation(std::span<const std::uint8_t> file, const Locator& block, const IndexLimits& limits);
+Animation ReadAnimation(std::span<const std::uint8_t> block, const IndexLimits& limits);
 
 } // namespace voxtrel::agent::acs

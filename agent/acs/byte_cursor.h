@@ -15,25 +15,17 @@ struct Locator {
     std::uint32_t size = 0;
 };
 
-// Reads little-endian values off a block of a file. A read past its end gives zero or nothing and turns Ok()
+// Reads little-endian values off a block. A read past its end gives zero or nothing and turns Ok()
 // false for good, so a structure is read straight through and judged once.
 class ByteCursor {
 public:
-    // Reads file from begin up to end; an end beyond the file is a failure from the start.
-    ByteCursor(std::span<const std::uint8_t> file, std::size_t begin, std::size_t end)
-        : file_(file), position_(begin), end_(end), ok_(begin <= end && end <= file.size())
-    {
-    }
-
-    ByteCursor(std::span<const std::uint8_t> file, const Locator& block)
-        : ByteCursor(file, block.offset, static_cast<std::size_t>(block.offset) + block.size)
-    {
-    }
+    // The block must outlive the cursor.
+    explicit ByteCursor(std::span<const std::uint8_t> block) : block_(block) {}
 
     bool Ok() const { return ok_; }
     void Fail() { ok_ = false; }
     std::size_t Position() const { return position_; }
-    std::size_t Left() const { return ok_ ? end_ - position_ : 0; }
+    std::size_t Left() const { return ok_ ? block_.size() - position_ : 0; }
 
     std::uint8_t U8() { return static_cast<std::uint8_t>(Integer(1)); }
     std::uint16_t U16() { return static_cast<std::uint16_t>(Integer(2)); }
@@ -55,7 +47,7 @@ public:
             return {};
         }
         position_ += count;
-        return file_.subspan(position_ - count, count);
+        return block_.subspan(position_ - count, count);
     }
 
     // A count of items that take at least smallestItem bytes each: a count that the block cannot hold is a
@@ -77,7 +69,7 @@ public:
         units.reserve(bytes.size() / 2);
         for (std::size_t i = 0; i < bytes.size(); i += 2)
             units += static_cast<char16_t>(bytes[i] | (bytes[i + 1] << 8));
-        if (!units.empty() && Left() >= 2 && file_[position_] == 0 && file_[position_ + 1] == 0)
+        if (!units.empty() && Left() >= 2 && block_[position_] == 0 && block_[position_ + 1] == 0)
             position_ += 2;
         return WideFromUtf16(units);
     }
@@ -94,10 +86,9 @@ private:
         return value;
     }
 
-    std::span<const std::uint8_t> file_;
-    std::size_t position_;
-    std::size_t end_;
-    bool ok_;
+    std::span<const std::uint8_t> block_;
+    std::size_t position_ = 0;
+    bool ok_ = true;
 };
 
 } // namespace voxtrel::agent::acs

@@ -125,6 +125,15 @@ public:
     virtual Image Decode(std::size_t index) const = 0;
 };
 
+// Likewise its sounds: whole RIFF files.
+class WaveSource {
+public:
+    virtual ~WaveSource() = default;
+    virtual std::size_t Count() const = 0;
+    // Empty when the sound is damaged.
+    virtual std::vector<std::uint8_t> Read(std::size_t index) const = 0;
+};
+
 struct CharacterFile {
     std::string guid; // in braces, upper case
     int width = 0;    // of a frame, pixels
@@ -137,8 +146,8 @@ struct CharacterFile {
     std::optional<BalloonInfo> balloon; // nothing: the character was made without one
     std::vector<State> states;
     std::vector<Animation> animations;
-    std::shared_ptr<const ImageSource> images;
-    std::vector<std::vector<std::uint8_t>> sounds; // whole RIFF files
+    std::shared_ptr<const ImageSource> images; // null for none, like the sounds
+    std::shared_ptr<const WaveSource> sounds;
 };
 
 } // namespace voxtrel::agent::acs

@@ -3,7 +3,7 @@
 // Whether voice and balloon are there is not taken from the flags, whose meaning differs between compilers:
 // each of the four combinations is tried, and one fits when palette, tray icon and states follow properly and
 // end where the block ends. If more than one fits, the flags decide. Likewise the order of red, green and
-// blue is found by the static colours of the palette.
+// blue is found by the static colours of the palette; where there are none, a balloon may tell.
 
 #include "agent/acs/character_info.h"
 
@@ -138,8 +138,10 @@ std::vector<State> ReadStates(ByteCursor& cursor)
     return states;
 }
 
-// Nothing when the block cannot be read this way up to one of its proper ends.
-std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon, std::size_t localizedOffset)
+// Nothing when the block cannot be read this way up to one of its proper ends: its own, or the names and
+// descriptions.
+std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon,
+                             std::optional<std::size_t> localized)
 {
     Body body;
     if (withVoice)
@@ -155,7 +157,7 @@ std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon
     SkipTrayIcon(cursor);
     body.states = ReadStates(cursor);
 
-    const bool atEnd = cursor.Left() == 0 || cursor.Position() == localizedOffset;
+    const bool atEnd = cursor.Left() == 0 || cursor.Position() == localized;
     if (!cursor.Ok() || !atEnd)
         return std::nullopt;
     return body;
@@ -172,8 +174,11 @@ int FlagsInFavour(std::uint32_t flags, bool withVoice, bool withBalloon)
     return points;
 }
 
-std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead& head)
+std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead& head, const Locator& place)
 {
+    std::optional<std::size_t> localized; // in this block
+    if (head.localized.offset >= place.offset)
+        localized = head.localized.offset - place.offset;
     std::optional<Body> likeliest;
     int most = -1;
     for (const bool withVoice : {true, false}) {
@@ -181,7 +186,7 @@ std::optional<Body> ReadLikeliestBody(const ByteCursor& cursor, const FixedHead&
             const int points = FlagsInFavour(head.flags, withVoice, withBalloon);
             if (points <= most)
                 continue;
-            if (auto body = ReadBody(cursor, withVoice, withBalloon, head.localized.offset)) {
+            if (auto body = ReadBody(cursor, withVoice, withBalloon, localized)) {
                 likeliest = std::move(body);
                 most = points;
             }
@@ -197,10 +202,11 @@ Color Ordered(const RawColor& raw, ColorOrder order)
     return {raw[2], raw[1], raw[0]};
 }
 
-ColorOrder OrderOf(const std::vector<RawColor>& palette)
+// Nothing where the palette does not tell.
+std::optional<ColorOrder> OrderOf(const std::vector<RawColor>& palette)
 {
     if (palette.size() != kPaletteSize)
-        return ColorOrder::BlueFirst;
+        return std::nullopt;
     int blueFirst = 0, redFirst = 0;
     for (std::size_t i = 0; i < kPaletteSize; ++i) {
         if (!IsStaticEntry(i))
@@ -208,6 +214,8 @@ ColorOrder OrderOf(const std::vector<RawColor>& palette)
         blueFirst += Ordered(palette[i], ColorOrder::BlueFirst) == StaticPalette()[i] ? 1 : 0;
         redFirst += Ordered(palette[i], ColorOrder::RedFirst) == StaticPalette()[i] ? 1 : 0;
     }
+    if (redFirst == blueFirst)
+        return std::nullopt;
     return redFirst > blueFirst ? ColorOrder::RedFirst : ColorOrder::BlueFirst;
 }
 
@@ -220,26 +228,26 @@ bool IsPaleCyan(const Color& color)
 
 void SetColors(CharacterFile& character, const Body& body)
 {
-    const ColorOrder order = OrderOf(body.palette);
+    const std::optional<ColorOrder> known = OrderOf(body.palette);
+    const ColorOrder order = known.value_or(ColorOrder::BlueFirst);
     for (std::size_t i = 0; i < body.palette.size(); ++i)
         character.palette[i] = Ordered(body.palette[i], order);
     if (!character.balloon)
         return;
     const BalloonColors& raw = body.balloonColors;
-    const bool turned = IsPaleCyan(Ordered(raw.background, order));
-    const ColorOrder other = order == ColorOrder::RedFirst ? ColorOrder::BlueFirst : ColorOrder::RedFirst;
-    const ColorOrder balloonOrder = turned ? other : order;
+    const bool turned = !known && IsPaleCyan(Ordered(raw.background, order));
+    const ColorOrder balloonOrder = turned ? ColorOrder::RedFirst : order;
     character.balloon->text = Ordered(raw.text, balloonOrder);
     character.balloon->background = Ordered(raw.background, balloonOrder);
     character.balloon->border = Ordered(raw.border, balloonOrder);
 }
 
 // The names and descriptions that can be read; a damaged list gives those before the damage.
-std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> file, const Locator& block)
+std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> block)
 {
     constexpr std::size_t kSmallestInfo = 14;
     std::vector<LocalizedInfo> localized;
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const std::size_t count = cursor.Count(cursor.U16(), kSmallestInfo);
     for (std::size_t i = 0; i < count; ++i) {
         LocalizedInfo info;
@@ -256,23 +264,24 @@ std::vector<LocalizedInfo> ReadLocalized(std::span<const std::uint8_t> file, con
 
 } // namespace
 
-std::optional<FormatVersion> ReadFormatVersion(std::span<const std::uint8_t> file, const Locator& block)
+std::optional<FormatVersion> ReadFormatVersion(std::span<const std::uint8_t> block)
 {
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const FixedHead head = ReadFixedHead(cursor);
     if (!cursor.Ok())
         return std::nullopt;
     return head.version;
 }
 
-std::optional<CharacterFile> ReadCharacterInfo(std::span<const std::uint8_t> file, const Locator& block)
+std::optional<CharacterFile> ReadCharacterInfo(const FileSource& file, const Locator& place,
+                                               std::span<const std::uint8_t> block)
 {
-    ByteCursor cursor(file, block);
+    ByteCursor cursor(block);
     const FixedHead head = ReadFixedHead(cursor);
     if (!cursor.Ok() || head.width == 0 || head.height == 0 || head.width > kLargestImageSide ||
         head.height > kLargestImageSide)
         return std::nullopt;
-    std::optional<Body> body = ReadLikeliestBody(cursor, head);
+    std::optional<Body> body = ReadLikeliestBody(cursor, head, place);
     if (!body)
         return std::nullopt;
 
@@ -291,7 +300,8 @@ std::optional<CharacterFile> ReadCharacterInfo(std::span<const std::uint8_t> fil
     }
     SetColors(character, *body);
     character.states = std::move(body->states);
-    character.localized = ReadLocalized(file, head.localized);
+    if (const auto localized = file.Read(head.localized))
+        character.localized = ReadLocalized(*localized);
     return character;
 }
 

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
+#include <utility>
 
 namespace voxtrel::agent::acs {
 
@@ -28,47 +31,105 @@ constexpr std::uint32_t kEndMark = 0xFFFFF;
 constexpr std::size_t kFarthest = kDistances.back().nearest + kEndMark - 1;
 constexpr std::size_t kMostExtraLength = 2 * ((std::size_t{1} << kMostLengthOnes) - 1);
 constexpr std::size_t kLongestNearCopy = kDistances.front().shortestCopy + kMostExtraLength;
+constexpr int kLiteralBits = 9;
 constexpr std::size_t kTrailingOnes = 3; // bytes after the one that holds the last of the end mark
 
+// A bit stream, read through a word that is filled up before each step. Zeros follow its end.
 class BitSource {
 public:
-    explicit BitSource(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+    static constexpr int kAtHand = 56; // bits after a fill
 
-    bool Exhausted() const { return exhausted_; }
-
-    std::uint32_t Bits(int count)
+    explicit BitSource(std::span<const std::uint8_t> bytes)
+        : next_(bytes.data()), end_(bytes.data() + bytes.size())
     {
-        std::uint32_t value = 0;
-        for (int i = 0; i < count; ++i)
-            value |= Bit() << i;
-        return value;
     }
 
-    // Counts ones up to most; the zero that ends a shorter run is consumed.
-    int Ones(int most)
-    {
-        int ones = 0;
-        while (ones < most && Bit() == 1)
-            ++ones;
-        return ones;
-    }
+    // Whether more bits were taken than there are.
+    bool Exhausted() const { return count_ < 0; }
 
-    std::uint32_t Bit()
+    void Fill()
     {
-        const std::size_t byte = position_ / 8;
-        if (byte >= bytes_.size()) {
-            exhausted_ = true;
-            return 0;
+        static_assert(std::endian::native == std::endian::little);
+        if (end_ - next_ >= static_cast<std::ptrdiff_t>(sizeof(word_))) {
+            std::uint64_t more = 0;
+            std::memcpy(&more, next_, sizeof(more));
+            word_ |= more << count_;
+            next_ += (63 - count_) / 8;
+            count_ |= kAtHand;
+            return;
         }
-        const std::uint32_t bit = (bytes_[byte] >> (position_ % 8)) & 1u;
-        ++position_;
-        return bit;
+        for (; count_ <= kAtHand && next_ < end_; count_ += 8)
+            word_ |= std::uint64_t{*next_++} << count_;
+    }
+
+    // The next bits, the first one lowest.
+    std::uint64_t Word() const { return word_; }
+
+    void Take(int bits)
+    {
+        word_ >>= bits;
+        count_ -= bits;
     }
 
 private:
-    std::span<const std::uint8_t> bytes_;
-    std::size_t position_ = 0; // in bits
-    bool exhausted_ = false;
+    const std::uint8_t* next_;
+    const std::uint8_t* end_;
+    std::uint64_t word_ = 0;
+    int count_ = 0; // bits of the word that count
+};
+
+constexpr std::uint32_t LowBits(std::uint64_t word, int count)
+{
+    return static_cast<std::uint32_t>(word & ((std::uint64_t{1} << count) - 1));
+}
+
+// What is unpacked, up to the size that is expected. Memory is set aside as it fills.
+class Unpacked {
+public:
+    explicit Unpacked(std::size_t expected) : expected_(expected), bytes_(std::min(expected, kFirstSize)) {}
+
+    std::size_t Size() const { return size_; }
+
+    // False when there is no room for so many bytes.
+    bool MakeRoom(std::size_t count)
+    {
+        if (count > expected_ - size_)
+            return false;
+        if (count > bytes_.size() - size_)
+            bytes_.resize(std::min(expected_, std::max(2 * bytes_.size(), size_ + count)));
+        return true;
+    }
+
+    // The following need room.
+    void Literal(std::uint8_t byte) { bytes_[size_++] = byte; }
+
+    // distance is from 1 to Size. The copy may reach into what it puts out itself: then it is done in pieces,
+    // each as long as all that there is to repeat.
+    void Copy(std::size_t distance, std::size_t length)
+    {
+        std::uint8_t* to = bytes_.data() + size_;
+        const std::uint8_t* from = to - distance;
+        size_ += length;
+        while (length > 0) {
+            const std::size_t piece = std::min(length, static_cast<std::size_t>(to - from));
+            std::memcpy(to, from, piece);
+            to += piece;
+            length -= piece;
+        }
+    }
+
+    std::vector<std::uint8_t> Release()
+    {
+        bytes_.resize(size_);
+        return std::move(bytes_);
+    }
+
+private:
+    static constexpr std::size_t kFirstSize = 0x10000;
+
+    std::size_t expected_;
+    std::vector<std::uint8_t> bytes_;
+    std::size_t size_ = 0;
 };
 
 class BitSink {
@@ -196,6 +257,33 @@ void WriteCopy(BitSink& sink, const Copy& copy)
     sink.Bits(static_cast<std::uint32_t>(extra - ((std::size_t{1} << lengthOnes) - 1)), lengthOnes);
 }
 
+// A copy as it stands in the stream.
+struct CopyCode {
+    Copy copy;
+    bool end = false; // the end mark, which is no copy
+    int bits = 0;     // taken up in the stream; 0 for a length that does not exist
+};
+
+// word begins with the 1 bit of a copy.
+CopyCode ReadCopy(std::uint64_t word)
+{
+    const int ones = std::min(std::countr_one(word >> 1), kMostDistanceOnes);
+    const DistanceClass& distanceClass = kDistances[static_cast<std::size_t>(ones)];
+    int bits = 1 + ones + (ones < kMostDistanceOnes ? 1 : 0);
+    const std::uint32_t value = LowBits(word >> bits, distanceClass.bits);
+    bits += distanceClass.bits;
+    if (ones == kMostDistanceOnes && value == kEndMark)
+        return {{}, true, bits};
+
+    const int lengthOnes = std::countr_one(word >> bits);
+    if (lengthOnes > kMostLengthOnes)
+        return {};
+    bits += lengthOnes + 1;
+    const std::size_t extra = ((std::size_t{1} << lengthOnes) - 1) + LowBits(word >> bits, lengthOnes);
+    bits += lengthOnes;
+    return {{value + distanceClass.nearest, distanceClass.shortestCopy + extra}, false, bits};
+}
+
 } // namespace
 
 std::optional<std::vector<std::uint8_t>> Decompress(std::span<const std::uint8_t> packed,
@@ -204,33 +292,27 @@ std::optional<std::vector<std::uint8_t>> Decompress(std::span<const std::uint8_t
     if (packed.empty() || packed.front() != 0)
         return std::nullopt;
     BitSource source(packed.subspan(1));
-    std::vector<std::uint8_t> bytes;
+    Unpacked unpacked(unpackedSize);
     while (!source.Exhausted()) {
-        if (source.Bit() == 0) {
-            bytes.push_back(static_cast<std::uint8_t>(source.Bits(8)));
-        } else {
-            const DistanceClass& distanceClass =
-                kDistances[static_cast<std::size_t>(source.Ones(kMostDistanceOnes))];
-            const std::uint32_t value = source.Bits(distanceClass.bits);
-            if (&distanceClass == &kDistances.back() && value == kEndMark) {
-                if (bytes.size() != unpackedSize)
-                    return std::nullopt;
-                return bytes;
-            }
-            const std::size_t distance = value + distanceClass.nearest;
-            const int lengthOnes = source.Ones(kMostLengthOnes + 1);
-            if (distance > bytes.size() || lengthOnes > kMostLengthOnes)
+        source.Fill();
+        if ((source.Word() & 1) == 0) {
+            if (!unpacked.MakeRoom(1))
                 return std::nullopt;
-            const std::size_t length =
-                distanceClass.shortestCopy + ((std::size_t{1} << lengthOnes) - 1) + source.Bits(lengthOnes);
-            if (length > unpackedSize - bytes.size())
-                return std::nullopt;
-            // Byte by byte: the copy may reach into what it puts out itself.
-            for (std::size_t i = 0; i < length; ++i)
-                bytes.push_back(bytes[bytes.size() - distance]);
+            unpacked.Literal(static_cast<std::uint8_t>(source.Word() >> 1));
+            source.Take(kLiteralBits);
+            continue;
         }
-        if (bytes.size() > unpackedSize)
+        const CopyCode code = ReadCopy(source.Word());
+        if (code.end) {
+            source.Take(code.bits);
+            if (source.Exhausted() || unpacked.Size() != unpackedSize)
+                return std::nullopt;
+            return unpacked.Release();
+        }
+        if (code.bits == 0 || code.copy.distance > unpacked.Size() || !unpacked.MakeRoom(code.copy.length))
             return std::nullopt;
+        unpacked.Copy(code.copy.distance, code.copy.length);
+        source.Take(code.bits);
     }
     return std::nullopt;
 }

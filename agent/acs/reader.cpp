@@ -7,24 +7,21 @@
 #include "agent/acs/byte_cursor.h"
 #include "agent/acs/character_info.h"
 #include "agent/acs/file_images.h"
+#include "agent/acs/file_source.h"
 #include "agent/acs/format.h"
-#include "agent/acs/unicode.h"
 
 #include <algorithm>
 #include <array>
 #include <exception>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <span>
-#include <system_error>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace voxtrel::agent::acs {
 
 namespace {
 
-using FileBytes = std::span<const std::uint8_t>;
+using Bytes = std::vector<std::uint8_t>;
 
 // Larger files are not characters.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
@@ -46,6 +43,11 @@ ReadOutcome Damaged()
 {
     return Failed(ErrorCode::DataInvalid,
                   L"The character file is damaged. Please install the character again.");
+}
+
+ReadOutcome OutOfMemory()
+{
+    return Failed(ErrorCode::DataInvalid, L"There is not enough memory to load the character.");
 }
 
 struct Header {
@@ -70,11 +72,12 @@ private:
 };
 
 // Images and sounds: a locator and a checksum each.
-std::vector<Locator> ReadDataList(FileBytes file, const Locator& block)
+std::vector<Locator> ReadDataList(const FileSource& file, const Locator& place)
 {
     constexpr std::size_t kEntrySize = 12;
     std::vector<Locator> places;
-    ByteCursor cursor(file, block);
+    const Bytes list = file.Read(place).value_or(Bytes{});
+    ByteCursor cursor(list);
     const std::size_t count = cursor.Count(cursor.U32(), kEntrySize);
     places.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -84,38 +87,31 @@ std::vector<Locator> ReadDataList(FileBytes file, const Locator& block)
     return places;
 }
 
-std::vector<std::vector<std::uint8_t>> ReadSounds(FileBytes file, const std::vector<Locator>& places)
+Animation DamagedAnimation()
 {
-    std::vector<std::vector<std::uint8_t>> sounds;
-    ReadBudget budget(file.size());
-    for (const Locator& place : places) {
-        std::vector<std::uint8_t>& sound = sounds.emplace_back();
-        if (!budget.Take(place.size))
-            continue;
-        ByteCursor cursor(file, place);
-        const FileBytes bytes = cursor.Bytes(place.size);
-        sound.assign(bytes.begin(), bytes.end());
-    }
-    return sounds;
+    Animation animation;
+    animation.damaged = true;
+    return animation;
 }
 
-std::vector<Animation> ReadAnimations(FileBytes file, const Locator& block, const IndexLimits& limits)
+std::vector<Animation> ReadAnimations(const FileSource& file, const Locator& listPlace,
+                                      const IndexLimits& limits)
 {
     constexpr std::size_t kSmallestEntry = 12;
     std::vector<Animation> animations;
-    ReadBudget budget(file.size());
-    ByteCursor cursor(file, block);
+    ReadBudget budget(file.Size());
+    const Bytes list = file.Read(listPlace).value_or(Bytes{});
+    ByteCursor cursor(list);
     const std::size_t count = cursor.Count(cursor.U32(), kSmallestEntry);
     for (std::size_t i = 0; i < count; ++i) {
         std::wstring name = cursor.Text();
         const Locator place = cursor.Place();
         if (!cursor.Ok())
             break;
-        Animation animation;
+        std::optional<Bytes> block;
         if (budget.Take(place.size))
-            animation = ReadAnimation(file, place, limits);
-        else
-            animation.damaged = true;
+            block = file.Read(place);
+        Animation animation = block ? ReadAnimation(*block, limits) : DamagedAnimation();
         // The list has the name as its author wrote it, the animation itself only in capitals.
         if (!name.empty())
             animation.name = std::move(name);
@@ -124,10 +120,10 @@ std::vector<Animation> ReadAnimations(FileBytes file, const Locator& block, cons
     return animations;
 }
 
-ReadOutcome WrongSignature(FileBytes file)
+ReadOutcome WrongSignature(const Bytes& start)
 {
-    const bool compound = file.size() >= kCompoundFileStart.size() &&
-                          std::equal(kCompoundFileStart.begin(), kCompoundFileStart.end(), file.begin());
+    const bool compound = start.size() >= kCompoundFileStart.size() &&
+                          std::equal(kCompoundFileStart.begin(), kCompoundFileStart.end(), start.begin());
     if (compound)
         return Failed(
             ErrorCode::FileVersionUnsupported,
@@ -136,16 +132,21 @@ ReadOutcome WrongSignature(FileBytes file)
     return Failed(ErrorCode::NotACharacterFile, L"The file is not a character file.");
 }
 
-ReadOutcome ReadBytes(std::vector<std::uint8_t> bytes)
+ReadOutcome ReadCharacter(const std::shared_ptr<const FileSource>& file)
 {
-    const auto file = std::make_shared<const std::vector<std::uint8_t>>(std::move(bytes));
-    ByteCursor cursor(*file, 0, file->size());
+    constexpr std::size_t kHeaderSize = 36;
+    if (file->Size() > kLargestFile)
+        return Failed(ErrorCode::NotACharacterFile, L"The file is too large to be a character file.");
+    const auto start = static_cast<std::uint32_t>(std::min(file->Size(), kHeaderSize));
+    const Bytes head = file->Read({0, start}).value_or(Bytes{});
+    ByteCursor cursor(head);
     if (cursor.U32() != kCharacterSignature)
-        return WrongSignature(*file);
+        return WrongSignature(head);
     Header header;
     for (Locator* place : {&header.info, &header.animations, &header.images, &header.sounds})
         *place = cursor.Place();
-    const std::optional<FormatVersion> version = ReadFormatVersion(*file, header.info);
+    const std::optional<Bytes> info = file->Read(header.info);
+    const std::optional<FormatVersion> version = info ? ReadFormatVersion(*info) : std::nullopt;
     if (!cursor.Ok() || !version)
         return Damaged();
     if (version->major > kFormatMajor)
@@ -154,14 +155,14 @@ ReadOutcome ReadBytes(std::vector<std::uint8_t> bytes)
         return Failed(ErrorCode::FileVersionUnsupported,
                       L"The character file is of an older version that is not supported.");
 
-    std::optional<CharacterFile> character = ReadCharacterInfo(*file, header.info);
+    std::optional<CharacterFile> character = ReadCharacterInfo(*file, header.info, *info);
     if (!character)
         return Damaged();
-    character->sounds = ReadSounds(*file, ReadDataList(*file, header.sounds));
     std::vector<Locator> images = ReadDataList(*file, header.images);
-    character->animations =
-        ReadAnimations(*file, header.animations, {images.size(), character->sounds.size()});
+    std::vector<Locator> sounds = ReadDataList(*file, header.sounds);
+    character->animations = ReadAnimations(*file, header.animations, {images.size(), sounds.size()});
     character->images = std::make_shared<FileImages>(file, std::move(images));
+    character->sounds = std::make_shared<FileWaves>(file, std::move(sounds));
     return {Result::Success(), std::move(*character)};
 }
 
@@ -170,31 +171,27 @@ ReadOutcome ReadBytes(std::vector<std::uint8_t> bytes)
 ReadOutcome ReadCharacterFile(std::vector<std::uint8_t> bytes)
 {
     try {
-        return ReadBytes(std::move(bytes));
+        return ReadCharacter(MakeMemorySource(std::move(bytes)));
     } catch (const std::exception&) {
-        return Failed(ErrorCode::DataInvalid, L"There is not enough memory to load the character.");
+        return OutOfMemory();
     }
 }
 
 ReadOutcome LoadCharacterFile(std::wstring_view path)
 {
+    std::shared_ptr<const FileSource> file;
     try {
-        const std::filesystem::path place = PathFromWide(path);
-        std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(place, error);
-        std::ifstream stream(place, std::ios::binary);
-        if (error || !stream)
-            return Failed(ErrorCode::FileNotFound,
-                          L"The character file \"" + std::wstring(path) + L"\" cannot be found or opened.");
-        if (size > kLargestFile)
-            return Failed(ErrorCode::NotACharacterFile, L"The file is too large to be a character file.");
-        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-        stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        bytes.resize(static_cast<std::size_t>(stream.gcount()));
-        return ReadCharacterFile(std::move(bytes));
+        file = OpenFileSource(path);
     } catch (const std::exception&) {
+        file = nullptr; // a path that the file system cannot take
+    }
+    if (file == nullptr)
         return Failed(ErrorCode::FileNotFound,
-                      L"The character file \"" + std::wstring(path) + L"\" cannot be opened.");
+                      L"The character file \"" + std::wstring(path) + L"\" cannot be found or opened.");
+    try {
+        return ReadCharacter(file);
+    } catch (const std::exception&) {
+        return OutOfMemory();
     }
 }
 

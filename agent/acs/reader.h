@@ -18,7 +18,8 @@ struct ReadOutcome {
 // Fails with NotACharacterFile, FileVersionUnsupported or DataInvalid.
 ReadOutcome ReadCharacterFile(std::vector<std::uint8_t> bytes);
 
-// The same from a file on disk; fails with FileNotFound too.
+// The same from a file on disk; fails with FileNotFound too. Images and sounds are read when they are asked
+// for: the file stays open as long as the character's sources live.
 ReadOutcome LoadCharacterFile(std::wstring_view path);
 
 } // namespace voxtrel::agent::acs

@@ -201,9 +201,10 @@ private:
     void WriteSounds()
     {
         std::vector<Locator> places;
-        for (const std::vector<std::uint8_t>& sound : character_.sounds) {
+        const std::size_t count = character_.sounds ? character_.sounds->Count() : 0;
+        for (std::size_t i = 0; i < count; ++i) {
             const std::uint32_t start = sink_.Position();
-            sink_.Bytes(sound);
+            sink_.Bytes(character_.sounds->Read(i));
             places.push_back(sink_.Since(start));
         }
         soundList_ = WriteDataList(places);

@@ -5,6 +5,7 @@
 #include "agent/speech/tag_parser.h"
 #include "agent/speech/text_characters.h"
 #include "agent/speech/utterance_renderer.h"
+#include "agent/speech/wav_reader.h"
 
 #include <algorithm>
 #include <array>
@@ -147,6 +148,17 @@ std::vector<SpeechEvent> EmbeddedEngine::TakeDueEvents()
         announced_ = false;
     }
     return playback_.TakeDue(steady_clock::now());
+}
+
+std::chrono::milliseconds EmbeddedEngine::StartSound(std::span<const std::uint8_t> wave)
+{
+    const std::vector<std::int16_t> samples = ReadWav(wave);
+    playback_.AddSound(samples);
+    {
+        const std::lock_guard lock(mutex_); // whoever tends the output is not between looking and sleeping
+    }
+    workComes_.notify_all();
+    return std::chrono::milliseconds(std::ssize(samples) * 1000 / kSampleRate);
 }
 
 void EmbeddedEngine::MakeSound()

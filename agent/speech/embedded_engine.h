@@ -19,7 +19,7 @@ namespace voxtrel::agent::speech {
 // Speaks with the built-in voices. Two threads of its own: one makes the sound, a clause ahead of what is
 // heard; the other sees to the output: opens the device while the first clause is made, plays in silence when
 // there is none, closes it after a while, and writes the recording. Both sleep while nothing is spoken.
-class EmbeddedEngine : public SpeechEngine {
+class EmbeddedEngine : public SpeechEngine, private SoundPlayer {
 public:
     // Makes the sound device; none for silence.
     using OutputMaker = std::function<std::unique_ptr<AudioOutput>(SampleSource&)>;
@@ -34,6 +34,7 @@ public:
     void Stop() override;
     bool Speaking() const override;
     std::vector<SpeechEvent> TakeDueEvents() override;
+    SoundPlayer* Sounds() override { return this; }
 
 private:
     using TimePoint = SampleSource::TimePoint;
@@ -44,6 +45,9 @@ private:
         ClauseCutter::Bookmarks bookmarks = ClauseCutter::Bookmarks::Report;
         const Voice* voice = nullptr;
     };
+
+    std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override;
+    void StopSounds() override { playback_.StopSounds(); }
 
     void MakeSound();
     void Render(const Job& job);

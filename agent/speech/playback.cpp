@@ -3,6 +3,7 @@
 #include "agent/speech/synthesizer.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace voxtrel::agent::speech {
@@ -18,6 +19,18 @@ constexpr std::size_t kStretches = 64;
 std::chrono::nanoseconds Duration(std::int64_t samples)
 {
     return std::chrono::nanoseconds(samples * 1'000'000'000 / kSampleRate);
+}
+
+// Sample i of a stretch that fades to silence over its length.
+std::int16_t Faded(std::int16_t sample, std::size_t i, std::size_t length)
+{
+    return static_cast<std::int16_t>(sample * static_cast<int>(length - i) / static_cast<int>(length));
+}
+
+std::int16_t Mixed(std::int16_t a, std::int16_t b)
+{
+    using Range = std::numeric_limits<std::int16_t>;
+    return static_cast<std::int16_t>(std::clamp<int>(a + b, Range::min(), Range::max()));
 }
 
 } // namespace
@@ -40,8 +53,7 @@ void Playback::Drop()
 {
     const std::size_t fade = std::min(kFade, samples_.size());
     for (std::size_t i = 0; i < fade; ++i)
-        fading_.push_back(
-            static_cast<std::int16_t>(samples_[i] * static_cast<int>(fade - i) / static_cast<int>(fade)));
+        fading_.push_back(Faded(samples_[i], i, fade));
     samples_.clear();
     samples_.shrink_to_fit();
     events_.clear();
@@ -119,10 +131,36 @@ std::size_t Playback::Pull(std::span<std::int16_t> out, TimePoint heardAt)
         if (samples_.size() < kAhead)
             roomMade_.notify_all();
     }
+    const std::size_t filled = std::max(faded + count, MixSounds(out));
     if (recording_)
-        recorded_.insert(recorded_.end(), out.begin(),
-                         out.begin() + static_cast<std::ptrdiff_t>(faded + count));
-    return faded + count;
+        recorded_.insert(recorded_.end(), out.begin(), out.begin() + static_cast<std::ptrdiff_t>(filled));
+    return filled;
+}
+
+void Playback::AddSound(std::span<const std::int16_t> samples)
+{
+    const std::lock_guard lock(mutex_);
+    sounds_.resize(std::max(sounds_.size(), samples.size()));
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        sounds_[i] = Mixed(sounds_[i], samples[i]);
+}
+
+void Playback::StopSounds()
+{
+    const std::lock_guard lock(mutex_);
+    sounds_.resize(std::min(kFade, sounds_.size()));
+    for (std::size_t i = 0; i < sounds_.size(); ++i)
+        sounds_[i] = Faded(sounds_[i], i, sounds_.size());
+}
+
+// Returns how many samples the sounds still had for out.
+std::size_t Playback::MixSounds(std::span<std::int16_t> out)
+{
+    const std::size_t count = std::min(out.size(), sounds_.size());
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = Mixed(out[i], sounds_[i]);
+    sounds_.erase(sounds_.begin(), sounds_.begin() + static_cast<std::ptrdiff_t>(count));
+    return count;
 }
 
 // The number of samples of the current utterance that have been heard, -1 before the first.
@@ -162,7 +200,7 @@ std::vector<SpeechEvent> Playback::TakeDue(TimePoint now)
 bool Playback::HasSamples() const
 {
     const std::lock_guard lock(mutex_);
-    return !samples_.empty() || !fading_.empty();
+    return !samples_.empty() || !fading_.empty() || !sounds_.empty();
 }
 
 bool Playback::HasDue(TimePoint now) const

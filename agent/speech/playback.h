@@ -50,6 +50,11 @@ public:
     // Lets whoever waits for room go, for good.
     void Close();
 
+    // Mixes a sound into what is played from now on, whether something is spoken or not.
+    void AddSound(std::span<const std::int16_t> samples);
+    // Sounds fade out within a few milliseconds.
+    void StopSounds();
+
     std::size_t Pull(std::span<std::int16_t> out, TimePoint heardAt) override;
 
     // Whether samples wait to be played.
@@ -73,6 +78,7 @@ private:
     };
 
     void Drop();
+    std::size_t MixSounds(std::span<std::int16_t> out);
     std::int64_t HeardUntil(TimePoint now) const;
     bool IsDue(const TimedEvent& event, std::int64_t heard) const;
 
@@ -84,6 +90,7 @@ private:
 
     std::deque<std::int16_t> fading_;  // of a stopped utterance, played before anything else
     std::deque<std::int16_t> samples_; // of the current one
+    std::deque<std::int16_t> sounds_;  // mixed already
     std::deque<TimedEvent> events_;
     std::int64_t made_ = 0;   // samples added to the current utterance
     std::int64_t played_ = 0; // samples of it handed to the output

@@ -3,7 +3,9 @@
 #include "agent/acs/character_file.h"
 #include "agent/result.h"
 
+#include <chrono>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,19 @@ struct SpeechEvent {
     std::wstring text = {};
     std::int32_t number = 0;
     acs::Mouth mouth = acs::Mouth::Closed;
+};
+
+// Plays short sounds beside the voice, on the same device. Used from the user-interface thread only.
+class SoundPlayer {
+public:
+    virtual ~SoundPlayer() = default;
+
+    // Begins to play a whole RIFF WAVE file; sounds that are still playing go on. Returns how long it lasts,
+    // zero for a sound that cannot be played.
+    virtual std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) = 0;
+
+    // Silences all sounds, not the voice.
+    virtual void StopSounds() = 0;
 };
 
 // Speaks one utterance at a time. Used from the user-interface thread only; synthesis and playing go on
@@ -47,6 +62,9 @@ public:
 
     // The events whose moment has been heard since the last call, in order.
     virtual std::vector<SpeechEvent> TakeDueEvents() = 0;
+
+    // Null for an engine that only speaks. Lives as long as the engine.
+    virtual SoundPlayer* Sounds() { return nullptr; }
 };
 
 // What the balloon shows of a markup, as one text, for a balloon that shows the whole text at once or sizes

@@ -32,8 +32,8 @@ int FrameCount(const acs::Animation& animation) { return static_cast<int>(animat
 
 } // namespace
 
-Animator::Animator(const acs::CharacterFile& file, Random random, Trace trace)
-    : file_(file), random_(std::move(random)), trace_(std::move(trace))
+Animator::Animator(const acs::CharacterFile& file, Random random, Trace trace, SoundStarter startSound)
+    : file_(file), random_(std::move(random)), trace_(std::move(trace)), startSound_(std::move(startSound))
 {
 }
 
@@ -111,8 +111,12 @@ void Animator::Enter(int frame, Time now)
     for (int step = 0; step < kMostInstantFrames; ++step) {
         frame_ = frame;
         const acs::Frame& entered = animation_->frames[frame];
-        if (IsShown(entered))
+        if (IsShown(entered)) {
             Show(frame);
+            // The frames of the way out are those of the way in, whose sounds have been heard.
+            if (entered.sound && startSound_ && mode_ != Mode::Exiting)
+                startSound_(*entered.sound);
+        }
         if (entered.duration > 0) {
             frameEnds_ = now + DurationOf(entered);
             return;

@@ -5,6 +5,7 @@
 #include "agent/stage/time.h"
 #include "agent/stage/trace.h"
 
+#include <functional>
 #include <optional>
 
 namespace voxtrel::agent::stage {
@@ -12,8 +13,11 @@ namespace voxtrel::agent::stage {
 // Moves through the frames of one animation at a time and knows how to leave it before the next.
 class Animator {
 public:
-    // The file must outlive the animator.
-    Animator(const acs::CharacterFile& file, Random random, Trace trace);
+    // Told of the sound of each frame that an animation comes to: its index in the file.
+    using SoundStarter = std::function<void(int sound)>;
+
+    // The file must outlive the animator. startSound may be empty.
+    Animator(const acs::CharacterFile& file, Random random, Trace trace, SoundStarter startSound = {});
 
     // Begins a playable animation at its first frame. What was played before is cut off: Leave comes first.
     void Play(const acs::Animation& animation, Time now);
@@ -61,6 +65,7 @@ private:
     const acs::CharacterFile& file_;
     Random random_;
     Trace trace_;
+    SoundStarter startSound_;
     Mode mode_ = Mode::Resting;
     const acs::Animation* animation_ = nullptr;
     bool toBeLeft_ = false;

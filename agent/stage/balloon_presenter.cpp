@@ -187,19 +187,20 @@ void BalloonPresenter::SetVisible(bool visible)
     told_(visible);
 }
 
-int BalloonPresenter::LinesThatFit(const Rect& workArea) const
+int BalloonPresenter::LinesThatFit(int height) const
 {
-    return std::max(1, (workArea.height - 2 * metrics_.paddingY) / lineHeight_);
+    return std::max(1, (height - 2 * metrics_.paddingY) / lineHeight_);
 }
 
-// A balloon sized to a long text leaves room for the character below it.
+// A balloon sized to a long text is never higher than what fits above or below the character wherever it
+// stands, and scrolls like any other.
 int BalloonPresenter::ShownLines(const Rect& workArea) const
 {
-    const int most = LinesThatFit(workArea);
+    const int most = LinesThatFit(workArea.height);
     if (!properties_.Has(balloon_style::kSizeToText))
         return std::min(wantedLines_, most);
-    const int beside = workArea.height - figure_.height - metrics_.wedgeLength - metrics_.gap;
-    const int comfortable = std::max(1, (beside - 2 * metrics_.paddingY) / lineHeight_);
+    const int room = (workArea.height - figure_.height) / 2 - metrics_.wedgeLength - metrics_.gap;
+    const int comfortable = std::max(LinesThatFit(room), properties_.Lines());
     return std::min({wantedLines_, most, comfortable});
 }
 

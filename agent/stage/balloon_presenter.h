@@ -55,7 +55,7 @@ private:
     void Refresh();
     BalloonPicture Draw(const Rect& workArea) const;
     void SetVisible(bool visible);
-    int LinesThatFit(const Rect& workArea) const;
+    int LinesThatFit(int height) const;
     int ShownLines(const Rect& workArea) const;
     Rect WorkArea() const;
 

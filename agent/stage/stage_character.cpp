@@ -18,6 +18,9 @@ namespace {
 
 constexpr Time kSpeechPoll{30};
 
+// A voice is not mixed with sounds, but who asks it to speak does not wait for a long one to end.
+constexpr Time kLongestWaitForSound{1000};
+
 // Requests that take no time, one after the other, before the rest waits for the next tick.
 constexpr int kMostRequestsATick = 100;
 
@@ -41,7 +44,9 @@ std::wstring NameOf(const acs::CharacterFile& file, const std::wstring& id)
 } // namespace
 
 StageCharacter::StageCharacter(StageContext& stage, std::wstring id, acs::CharacterFile file)
-    : stage_(stage), id_(std::move(id)), file_(std::move(file)), animator_(file_, stage.random, stage.trace),
+    : stage_(stage), id_(std::move(id)), file_(std::move(file)),
+      animator_(file_, stage.random, stage.trace,
+                [this](int sound) { StartSound(sound, stage_.view.Now()); }),
       composer_(file_), window_(stage.view.MakeCharacterView(NameOf(file_, id_), *this)),
       balloonProperties_(file_.balloon),
       balloon_(stage.view, *window_, balloonProperties_, [this](bool shown) { TellBalloon(shown); }),
@@ -72,7 +77,7 @@ Time StageCharacter::NextTick() const
 {
     Time next = std::min(animator_.NextChange(), balloon_.NextChange());
     if (active_ && !Speaking() && !animator_.Running())
-        next = std::min(next, stage_.view.Now() + kSpeechPoll); // waits for another character's speech
+        next = std::min(next, stage_.view.Now() + kSpeechPoll); // waits for a sound or another's speech
     if (!active_ && !queue_.empty())
         next = Time::zero();
     if (Speaking())
@@ -90,12 +95,14 @@ Result StageCharacter::Play(std::wstring_view animation)
 {
     const acs::Animation* found = FindAnimation(file_, animation);
     const std::wstring name(animation);
+    Request request{Request::Kind::Play, L"Play " + name, found, {}};
     if (found == nullptr)
-        return Result::Failure(ErrorCode::NoSuchAnimation,
-                               L"The character has no animation named \"" + name + L"\".");
+        return Refuse(request, Result::Failure(ErrorCode::NoSuchAnimation,
+                                               L"The character has no animation named \"" + name + L"\"."));
     if (!Playable(*found))
-        return Result::Failure(ErrorCode::AnimationDamaged, L"The animation \"" + name + L"\" is damaged.");
-    return Enqueue({Request::Kind::Play, L"Play " + name, found, {}});
+        return Refuse(request, Result::Failure(ErrorCode::AnimationDamaged,
+                                               L"The animation \"" + name + L"\" is damaged."));
+    return Enqueue(std::move(request));
 }
 
 Result StageCharacter::Speak(std::wstring markup)
@@ -106,8 +113,8 @@ Result StageCharacter::Speak(std::wstring markup)
 Result StageCharacter::StopAll()
 {
     const Time now = stage_.view.Now();
-    // A Show at the head of an idle queue only waits for the tick: it counts as begun, so that a character that was
-    // told to appear is not lost to the first text that is read.
+    // A Show at the head of an idle queue only waits for the tick: it counts as begun, so that a character
+    // that was told to appear is not lost to the first text that is read.
     if (!active_ && !queue_.empty() && queue_.front().kind == Request::Kind::Show) {
         active_ = std::move(queue_.front());
         queue_.pop_front();
@@ -117,6 +124,8 @@ Result StageCharacter::StopAll()
     }
     std::deque<Request> removed;
     removed.swap(queue_);
+    StopSounds(now);
+    muted_ = true;
     if (active_)
         StopActive(now);
     for (const Request& request : removed)
@@ -132,6 +141,15 @@ Result StageCharacter::Enqueue(Request request)
     queue_.push_back(std::move(request));
     stage_.view.Wake();
     return Result::Success();
+}
+
+// A request that cannot be carried out: the caller knows at once, and so does whoever follows the events.
+// What is in the queue goes on.
+Result StageCharacter::Refuse(const Request& request, Result result)
+{
+    PostCompletion(request, result);
+    stage_.view.Wake();
+    return result;
 }
 
 void StageCharacter::RunRequests(Time now)
@@ -158,7 +176,10 @@ void StageCharacter::Begin(Time now)
     phase_ = Phase::Leaving;
     Tell("request-start", active_->name);
     stage_.events.Post([name = active_->name](ControlEvents& client) { client.RequestStart(name); });
+    if (idling_.Active())
+        StopSounds(now);
     StopIdling(now);
+    muted_ = false;
 
     switch (active_->kind) {
     case Request::Kind::Show:
@@ -177,6 +198,7 @@ void StageCharacter::Begin(Time now)
     case Request::Kind::Speak:
         if (!visible_)
             return Complete(Hidden(), now);
+        soundsEnd_ = std::min(soundsEnd_, now + kLongestWaitForSound);
         if (!CanSpeakHere())
             animator_.Leave(nullptr, now);
         break;
@@ -212,10 +234,12 @@ void StageCharacter::ContinuePerforming(Time now)
     const bool speak = active_->kind == Request::Kind::Speak;
     if (animator_.Running() && !(speak && animator_.AtLastFrame()))
         return;
-    if (speak)
-        return StartSpeaking(now);
     if (active_->kind == Request::Kind::Hide)
         Disappear();
+    if (now < soundsEnd_)
+        return;
+    if (speak)
+        return StartSpeaking(now);
     Complete(active_->kind == Request::Kind::Play && !visible_ ? Hidden() : Result::Success(), now);
 }
 
@@ -279,6 +303,8 @@ void StageCharacter::StartSpeaking(Time now)
 {
     phase_ = Phase::Speaking;
     stage_.speaker = this;
+    if (speech::SoundPlayer* player = stage_.engine.Sounds())
+        player->StopSounds();
     nextPoll_ = now + kSpeechPoll;
     if (!modeId_.empty() && !SameName(modeId_, stage_.engine.Mode()))
         Ignore(stage_.engine.SetMode(modeId_));
@@ -352,8 +378,27 @@ void StageCharacter::RunIdling(Time now)
     }
     if (animator_.Running())
         return;
+    muted_ = false;
     animator_.Play(*std::exchange(idleNext_, nullptr), now);
     idlePlaying_ = true;
+}
+
+void StageCharacter::StartSound(int sound, Time now)
+{
+    speech::SoundPlayer* player = stage_.engine.Sounds();
+    if (player == nullptr || !soundEffects_ || muted_ || !visible_)
+        return;
+    Tell("sound", {}, sound);
+    Time length = player->StartSound(file_.sounds->Read(static_cast<std::size_t>(sound)));
+    if (active_ && active_->kind == Request::Kind::Speak)
+        length = std::min(length, kLongestWaitForSound);
+    soundsEnd_ = std::max(soundsEnd_, now + length);
+}
+
+void StageCharacter::StopSounds(Time now)
+{
+    if (now < std::exchange(soundsEnd_, now))
+        stage_.engine.Sounds()->StopSounds();
 }
 
 void StageCharacter::StopIdling(Time now)

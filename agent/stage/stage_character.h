@@ -82,6 +82,7 @@ private:
     void Handle(const PointerTracker::Recognized& recognized);
 
     Result Enqueue(Request request);
+    Result Refuse(const Request& request, Result result);
     void RunRequests(Time now);
     void Begin(Time now);
     void Perform(Time now);
@@ -101,6 +102,9 @@ private:
     void Silence(Time now);
     bool Speaking() const { return active_ && phase_ == Phase::Speaking; }
     void ShowMouth(acs::Mouth mouth);
+
+    void StartSound(int sound, Time now);
+    void StopSounds(Time now);
 
     bool MayIdle() const;
     void RunIdling(Time now);
@@ -134,6 +138,8 @@ private:
 
     std::wstring modeId_;
     bool soundEffects_ = true;
+    bool muted_ = false; // from a StopAll to whatever is begun next
+    Time soundsEnd_{0};  // of the character's sounds
     bool visible_ = false;
     long left_ = 0;
     long top_ = 0;

@@ -44,6 +44,8 @@ Result StageCharacter::SetTTSModeID(std::wstring_view id)
 Result StageCharacter::SetSoundEffectsOn(bool on)
 {
     soundEffects_ = on;
+    if (!on)
+        StopSounds(stage_.view.Now());
     return Result::Success();
 }
 

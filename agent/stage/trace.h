@@ -14,6 +14,7 @@ namespace voxtrel::agent::stage {
 //   "request-complete"  text: the request; number: its error code, 0 for success
 //   "animation"         text: its name
 //   "frame"             text: the animation's name; number: the frame, from 0
+//   "sound"             number: the sound that begins, from 0
 //   "mouth"             number: the mouth shown
 //   "balloon-show", "balloon-hide"
 struct TraceEvent {

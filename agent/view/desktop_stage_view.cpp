@@ -78,6 +78,7 @@ private:
 
 DesktopStageView::DesktopStageView(ViewOptions options) : options_(std::move(options))
 {
+    pixel_.SetScaleFactor(TextBitmapScale());
     measuring_.SelectObject(pixel_);
     timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { OnTimer(); });
 }

@@ -12,4 +12,7 @@ void KeepOutOfFocus(wxTopLevelWindow& window);
 // Pixels for what measures one pixel at 96 dots an inch, with the user's own scale for fonts.
 double FontScale();
 
+// The scale of a bitmap on which text is as large as on a window.
+double TextBitmapScale();
+
 } // namespace voxtrel::agent::view

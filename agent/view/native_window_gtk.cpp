@@ -22,4 +22,6 @@ double FontScale()
     return dotsPerInch > 0 ? dotsPerInch / 96 : 1;
 }
 
+double TextBitmapScale() { return 1; }
+
 } // namespace voxtrel::agent::view

@@ -14,4 +14,7 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
 
 double FontScale() { return wxScreenDC().GetPPI().y / 96.0; }
 
+// A bitmap counts as one of 96 dots an inch, whatever the screen has.
+double TextBitmapScale() { return FontScale(); }
+
 } // namespace voxtrel::agent::view

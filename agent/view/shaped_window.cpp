@@ -47,7 +47,9 @@ wxBitmap BitmapOf(const stage::Picture& picture)
 ShapedWindow::ShapedWindow(const wxString& title)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    Create(nullptr, wxID_ANY, title, wxDefaultPosition, wxSize(1, 1), kStyle);
+    // A window without a place is given one by the window manager, even when it is moved to the corner
+    // afterwards.
+    Create(nullptr, wxID_ANY, title, wxPoint(0, 0), wxSize(1, 1), kStyle);
     SetName(title);
     KeepOutOfFocus(*this);
     Bind(wxEVT_PAINT, &ShapedWindow::OnPaint, this);

@@ -36,7 +36,7 @@ void Use(const CharacterFile& character)
             for (const Branch& branch : frame.branches)
                 Require(branch.target >= 0 && branch.target < frames);
             Require(!frame.exitFrame || (*frame.exitFrame >= 0 && *frame.exitFrame < frames));
-            Require(!frame.sound || static_cast<std::size_t>(*frame.sound) < character.sounds.size());
+            Require(!frame.sound || static_cast<std::size_t>(*frame.sound) < character.sounds->Count());
         }
     }
 }

@@ -187,9 +187,10 @@ TEST_F(CompilerTest, StoresSoundsFromFilesAndFromTones)
     const CharacterFile character = Compile("sound dong {\nbell 700 length 20\n}\n"
                                             "animation A {\nframe rest sound ding.wav\n"
                                             "frame left sound dong\nframe rest sound dong\n}\n");
-    ASSERT_EQ(character.sounds.size(), 2u);
-    EXPECT_EQ(std::string(character.sounds[0].begin(), character.sounds[0].end()), "RIFF and more");
-    EXPECT_EQ(character.sounds[1].size(), 44u + 2 * 3200);
+    ASSERT_EQ(character.sounds->Count(), 2u);
+    const std::vector<std::uint8_t> ding = character.sounds->Read(0);
+    EXPECT_EQ(std::string(ding.begin(), ding.end()), "RIFF and more");
+    EXPECT_EQ(character.sounds->Read(1).size(), 44u + 2 * 3200);
     EXPECT_EQ(character.animations[0].frames[2].sound, 1);
 }
 

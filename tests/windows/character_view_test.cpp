@@ -1,4 +1,5 @@
 #include "agent/stage/embedded_control.h"
+#include "agent/view/balloon_window.h"
 #include "agent/view/make_stage_view.h"
 #include "tests/windows/drawn_character.h"
 #include "tests/windows/screen_pixel.h"
@@ -6,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <wx/dcclient.h>
 #include <wx/display.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
@@ -77,9 +79,8 @@ protected:
     {
         Ignore(character->Show());
         ASSERT_TRUE(Within([&] { return Told(L"Show"); }));
-        ASSERT_TRUE(Within([&] {
-            return ScreenPixel(303, 303) == kGreen && ScreenPixel(364, 330) != kGreen;
-        }));
+        ASSERT_TRUE(
+            Within([&] { return ScreenPixel(303, 303) == kGreen && ScreenPixel(364, 330) != kGreen; }));
     }
 
     void RequestComplete(std::wstring_view request, const Result&) override
@@ -130,6 +131,27 @@ TEST_F(CharacterOnDesktop, HasItsPlaceAndSizeAndAnAccessibleName)
     EXPECT_NE(ScreenPixel(413, 364), kGreen);
     EXPECT_EQ(ScreenPixel(299, 364), kGreen);
     EXPECT_EQ(ScreenPixel(428, 364), kGreen);
+}
+
+TEST_F(CharacterOnDesktop, StandsInTheCornerOfTheScreenFromTheStart)
+{
+    Ignore(character->SetLeft(0));
+    Ignore(character->SetTop(0));
+    Ignore(character->Show());
+    EXPECT_TRUE(Within([&] { return Told(L"Show") && ScreenPixel(64, 66) != kGreen; }));
+    EXPECT_EQ(ScreenPixel(300, 300), kGreen);
+}
+
+// On a screen of any resolution.
+TEST_F(CharacterOnDesktop, TextIsMeasuredAsItIsPainted)
+{
+    const std::unique_ptr<stage::StageView> view = view::MakeStageView({});
+    const stage::FontSpec font{L"DejaVu Sans", 14, false, false};
+    wxClientDC dc(backdrop);
+    dc.SetFont(view::FontOf(font));
+    const std::wstring sample = L"The quick brown fox jumps over the lazy dog";
+    EXPECT_NEAR(view->Width(font, sample), dc.GetTextExtent(sample).GetWidth(), 3);
+    EXPECT_NEAR(view->LineHeight(font), dc.GetCharHeight(), 1);
 }
 
 TEST_F(CharacterOnDesktop, OneSeesAroundIt)

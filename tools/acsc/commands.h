@@ -10,8 +10,11 @@ namespace voxtrel::acsc {
 using Arguments = std::vector<std::string>; // UTF-8
 
 int CompileCommand(const Arguments& arguments);
+int BuildCommand(const Arguments& arguments);
+int ExtractCommand(const Arguments& arguments);
 int SheetCommand(const Arguments& arguments);
 int InfoCommand(const Arguments& arguments);
+int ListCommand(const Arguments& arguments);
 int CheckCommand(const Arguments& arguments);
 
 // Tells what is wrong with the command line, and how it should be.

@@ -211,10 +211,12 @@ std::variant<CharacterFile, CompileError> CompileCharacter(const std::filesystem
         const CharacterSource source =
             ParseCharacterSource({reinterpret_cast<const char*>(text->data()), text->size()});
         CharacterFile character = Compiler(source, folder).Compile();
+        std::vector<std::vector<std::uint8_t>> sounds;
         for (const std::string& name : source.usedSounds) {
             const SoundSource* sound = FindSound(source, name);
-            character.sounds.push_back(sound ? RenderSound(*sound) : ReadSound(folder, name));
+            sounds.push_back(sound ? RenderSound(*sound) : ReadSound(folder, name));
         }
+        character.sounds = std::make_shared<agent::acs::MemoryWaves>(std::move(sounds));
         return character;
     } catch (const SourceError& error) {
         const std::string line = error.Line() > 0 ? ":" + std::to_string(error.Line()) : "";

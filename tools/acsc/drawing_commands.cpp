@@ -6,6 +6,7 @@
 #include "tools/acsc/sheet.h"
 #include "tools/acsc/statement.h"
 #include "tools/acsc/summary.h"
+#include "tools/acsc/take_apart.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -45,6 +46,23 @@ std::optional<double> ParseScale(const std::string& text)
     }
 }
 
+// Writes a character that was made and says how large it is, or why it was not made.
+int WriteMade(const std::variant<agent::acs::CharacterFile, CompileError>& made, const std::string& out)
+{
+    if (const auto* error = std::get_if<CompileError>(&made)) {
+        std::fprintf(stderr, "%s\n", error->message.c_str());
+        return 1;
+    }
+    const auto& character = std::get<agent::acs::CharacterFile>(made);
+    const std::vector<std::uint8_t> bytes = WriteCharacterFile(character);
+    if (!WriteWhole(out, bytes)) {
+        std::fprintf(stderr, "acsc: %s cannot be written\n", out.c_str());
+        return 2;
+    }
+    std::printf("%s: %s, %zu KB\n", out.c_str(), Summary(character).c_str(), (bytes.size() + 1023) / 1024);
+    return 0;
+}
+
 } // namespace
 
 int CompileCommand(const Arguments& arguments)
@@ -61,19 +79,29 @@ int CompileCommand(const Arguments& arguments)
     if (folder.empty() || out.empty())
         return UsageError("compile needs a folder and -o OUT.acs");
 
-    const auto compiled = CompileCharacter(folder);
-    if (const auto* error = std::get_if<CompileError>(&compiled)) {
-        std::fprintf(stderr, "%s\n", error->message.c_str());
-        return 1;
-    }
-    const auto& character = std::get<agent::acs::CharacterFile>(compiled);
-    const std::vector<std::uint8_t> bytes = WriteCharacterFile(character);
-    if (!WriteWhole(out, bytes)) {
-        std::fprintf(stderr, "acsc: %s cannot be written\n", out.c_str());
-        return 2;
-    }
-    std::printf("%s: %s, %zu KB\n", out.c_str(), Summary(character).c_str(), (bytes.size() + 1023) / 1024);
-    return 0;
+    return WriteMade(CompileCharacter(folder), out);
+}
+
+int BuildCommand(const Arguments& arguments)
+{
+    if (arguments.size() != 2)
+        return UsageError("build needs a folder and OUT.acs");
+    const std::string& folder = arguments[0];
+    return WriteMade(IsTakenApart(folder) ? PutTogether(folder) : CompileCharacter(folder), arguments[1]);
+}
+
+int ExtractCommand(const Arguments& arguments)
+{
+    if (arguments.size() != 2)
+        return UsageError("extract needs FILE.acs and a folder");
+    const agent::acs::ReadOutcome read =
+        agent::acs::LoadCharacterFile(agent::acs::WideFromUtf8(arguments[0]));
+    const std::string error = read.result.Ok() ? TakeApart(read.character, arguments[1])
+                                               : agent::acs::Utf8FromWide(read.result.description);
+    if (error.empty())
+        return 0;
+    std::fprintf(stderr, "acsc: %s\n", error.c_str());
+    return 2;
 }
 
 int SheetCommand(const Arguments& arguments)

@@ -36,6 +36,18 @@ int InfoCommand(const Arguments& arguments)
     return 0;
 }
 
+int ListCommand(const Arguments& arguments)
+{
+    if (arguments.size() != 1)
+        return UsageError("list needs one FILE.acs");
+    const auto character = Load(arguments.front());
+    if (!character)
+        return 2;
+    for (const agent::acs::Animation& animation : character->animations)
+        std::printf("%s\n", agent::acs::Utf8FromWide(animation.name).c_str());
+    return 0;
+}
+
 int CheckCommand(const Arguments& arguments)
 {
     if (arguments.size() != 1)

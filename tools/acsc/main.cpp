@@ -12,15 +12,18 @@ namespace {
 
 constexpr const char* kUsage =
     "acsc compile FOLDER -o OUT.acs             compile a character from its sources\n"
+    "acsc build FOLDER OUT.acs                  the same; of a folder that 'extract' made, put it together "
+    "again\n"
+    "acsc extract FILE.acs FOLDER               take a character apart: a description, pictures and sounds\n"
     "acsc sheet FILE.acs OUT.png [--animation NAME] [--scale S]\n"
     "                                           draw its frames side by side\n"
     "acsc info FILE.acs                         list what is in it\n"
+    "acsc list FILE.acs                         the names of its animations, one a line\n"
     "acsc check FILE.acs                        look for what is against the rules\n";
 
 constexpr std::pair<std::string_view, int (*)(const Arguments&)> kCommands[] = {
-    {"compile", CompileCommand},
-    {"sheet", SheetCommand},
-    {"info", InfoCommand},
+    {"compile", CompileCommand}, {"build", BuildCommand}, {"extract", ExtractCommand},
+    {"sheet", SheetCommand},     {"info", InfoCommand},   {"list", ListCommand},
     {"check", CheckCommand},
 };
 

@@ -16,6 +16,10 @@ int CannotDraw(const char* command)
 
 int CompileCommand(const Arguments&) { return CannotDraw("compile"); }
 
+int BuildCommand(const Arguments&) { return CannotDraw("build"); }
+
+int ExtractCommand(const Arguments&) { return CannotDraw("extract"); }
+
 int SheetCommand(const Arguments&) { return CannotDraw("sheet"); }
 
 } // namespace voxtrel::acsc

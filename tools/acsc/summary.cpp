@@ -140,7 +140,7 @@ std::string Description(const CharacterFile& character)
     text += "Colours     " + Number(statistics.Colors(character.transparentIndex)) +
             " of the palette in use, index " + Number(std::size_t{character.transparentIndex}) +
             " is transparent\n";
-    text += "Sounds      " + Number(character.sounds.size()) + "\n";
+    text += "Sounds      " + Number(character.sounds ? character.sounds->Count() : 0) + "\n";
     text += "States\n";
     for (const auto& state : character.states) {
         text += "  " + Utf8FromWide(state.name) + ":";

@@ -33,7 +33,7 @@ void ExpectUsable(const CharacterFile& character)
                 ASSERT_LT(branch.target, frames);
             ASSERT_LT(frame.exitFrame.value_or(0), std::max(frames, 1));
             ASSERT_GE(frame.exitFrame.value_or(0), 0);
-            ASSERT_LT(frame.sound.value_or(-1), static_cast<int>(character.sounds.size()));
+            ASSERT_LT(frame.sound.value_or(-1), static_cast<int>(character.sounds->Count()));
         }
     }
 }

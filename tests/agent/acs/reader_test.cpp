@@ -113,12 +113,37 @@ TEST(ReadCharacterFile, TakesBlueFirstWhenNoStaticColourIsThere)
     EXPECT_EQ(read.character.palette[100], (Color{1, 2, 3}));
 }
 
-TEST(ReadCharacterFile, ReadsAPaleCyanBalloonAsCream)
+TEST(ReadCharacterFile, KeepsTheBalloonColoursThatWereWritten)
 {
-    CharacterFile written = samples::Small();
+    const std::vector<Color> backgrounds{{225, 255, 255}, {255, 255, 225}, {200, 240, 255}, {192, 240, 240},
+                                         {255, 251, 240}, {0, 0, 255},     {255, 0, 0},     {1, 2, 3}};
+    for (const Color& background : backgrounds) {
+        CharacterFile written = samples::Small();
+        written.balloon->background = background;
+        written.balloon->text = {10, 20, 30};
+        written.balloon->border = {200, 100, 0};
+        const ReadOutcome read = ReadCharacterFile(WriteCharacterFile(written));
+        ASSERT_TRUE(read.result.Ok());
+        EXPECT_TRUE(read.character.balloon == written.balloon)
+            << int{background.red} << " " << int{background.blue};
+    }
+}
+
+// Cream is far more common than its mirror image.
+TEST(ReadCharacterFile, ReadsAPaleCyanBalloonAsCreamWhereThePaletteDoesNotTellTheOrder)
+{
+    CharacterFile written = samples::Small(samples::Voice::Absent);
     written.balloon->background = {225, 255, 255};
     written.balloon->text = {10, 20, 30};
-    const ReadOutcome read = ReadCharacterFile(WriteCharacterFile(written));
+    Bytes bytes = WriteCharacterFile(written);
+    const std::size_t balloon = InfoOf(bytes) + kFixedHead;
+    const std::size_t fontUnits = U32At(bytes, balloon + 14);
+    const std::size_t palette = balloon + 18 + 2 * (fontUnits + 1) + 10 + 4;
+    for (std::size_t i = 0; i < 4 * kPaletteSize; i += 4)
+        PutU32(bytes, palette + i, 0x00010203);
+    const ReadOutcome read = ReadCharacterFile(bytes);
+    ASSERT_TRUE(read.result.Ok());
+    ASSERT_EQ(read.character.palette[100], (Color{1, 2, 3}));
     EXPECT_EQ(read.character.balloon->background, (Color{255, 255, 225}));
     EXPECT_EQ(read.character.balloon->text, (Color{30, 20, 10}));
 }

@@ -129,17 +129,18 @@ std::vector<Image> FillImages(Dice& dice, CharacterFile& character)
     for (int i = dice.Between(0, 12); i > 0; --i)
         images.push_back(RandomImage(dice));
     character.images = std::make_shared<MemoryImages>(images);
-    for (int i = dice.Between(0, 2); i > 0; --i) {
-        std::vector<std::uint8_t>& sound = character.sounds.emplace_back();
+    std::vector<std::vector<std::uint8_t>> sounds(static_cast<std::size_t>(dice.Between(0, 2)));
+    for (std::vector<std::uint8_t>& sound : sounds) {
         for (int bytes = dice.Between(0, 50); bytes > 0; --bytes)
             sound.push_back(dice.Byte());
     }
+    character.sounds = std::make_shared<MemoryWaves>(std::move(sounds));
     return images;
 }
 
 void FillAnimations(Dice& dice, CharacterFile& character, int images)
 {
-    const int sounds = static_cast<int>(character.sounds.size());
+    const int sounds = static_cast<int>(character.sounds->Count());
     for (int i = dice.Between(0, 6); i > 0; --i) {
         Animation animation;
         animation.name = dice.Name(i);
@@ -222,6 +223,14 @@ CharacterFile Random(std::uint32_t seed)
     const std::vector<Image> images = FillImages(dice, character);
     FillAnimations(dice, character, static_cast<int>(images.size()));
     return character;
+}
+
+std::vector<std::vector<std::uint8_t>> Sounds(const CharacterFile& character)
+{
+    std::vector<std::vector<std::uint8_t>> sounds;
+    for (std::size_t i = 0; character.sounds && i < character.sounds->Count(); ++i)
+        sounds.push_back(character.sounds->Read(i));
+    return sounds;
 }
 
 std::vector<Image> Images(const CharacterFile& character)

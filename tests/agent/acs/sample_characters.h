@@ -20,4 +20,7 @@ CharacterFile Random(std::uint32_t seed);
 // All images of a character, unpacked.
 std::vector<Image> Images(const CharacterFile& character);
 
+// All its sounds.
+std::vector<std::vector<std::uint8_t>> Sounds(const CharacterFile& character);
+
 } // namespace voxtrel::agent::acs::samples

@@ -1,9 +1,12 @@
 #include "agent/speech/embedded_engine.h"
 #include "agent/speech/flite_synthesizer.h"
 #include "agent/speech/speech_factory.h"
+#include "agent/speech/wav_reader.h"
+#include "agent/speech/wav_writer.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -12,6 +15,7 @@
 #include <functional>
 #include <iterator>
 #include <mutex>
+#include <sstream>
 #include <string>
 #include <thread>
 
@@ -52,6 +56,17 @@ private:
     std::condition_variable changed_;
     std::atomic<int> rung_ = 0;
 };
+
+// A WAV file of one channel with 16 bits that is always at this level.
+std::vector<std::uint8_t> LevelWave(std::int16_t level, std::uint32_t count)
+{
+    std::ostringstream stream;
+    WavWriter writer(stream);
+    writer.Write(std::vector<std::int16_t>(count, level));
+    writer.UpdateHeader();
+    const std::string bytes = stream.str();
+    return {bytes.begin(), bytes.end()};
+}
 
 class SilentEngine : public testing::Test {
 protected:
@@ -263,12 +278,16 @@ std::string FileContent(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::filesystem::path NewRecording()
+{
+    return std::filesystem::temp_directory_path() /
+           ("voxtrel-recording-" + std::to_string(std::hash<std::thread::id>()(std::this_thread::get_id())) +
+            std::to_string(steady_clock::now().time_since_epoch().count()) + ".wav");
+}
+
 TEST_F(SilentEngine, RecordsWhatIsSpokenInAFileThatIsValidAtAnyMoment)
 {
-    const auto path =
-        std::filesystem::temp_directory_path() /
-        ("voxtrel-recording-" + std::to_string(std::hash<std::thread::id>()(std::this_thread::get_id())) +
-         std::to_string(steady_clock::now().time_since_epoch().count()) + ".wav");
+    const std::filesystem::path path = NewRecording();
     auto engine = Make({.record = path});
     engine->Start(L"\\pau=500\\\\Mrk=1\\\\pau=500\\");
     ASSERT_TRUE(bell_.WaitFor([&] { return FileContent(path).size() > 5000; }));
@@ -280,6 +299,23 @@ TEST_F(SilentEngine, RecordsWhatIsSpokenInAFileThatIsValidAtAnyMoment)
     EXPECT_EQ(FileContent(path).size(), 44u + 32000u);
     EXPECT_EQ(FileContent(path).substr(0, 4), "RIFF");
     engine.reset();
+    std::filesystem::remove(path);
+}
+
+TEST_F(SilentEngine, PlaysSoundsInTheirTimeAndRecordsThem)
+{
+    const std::filesystem::path path = NewRecording();
+    auto engine = Make({.record = path});
+    const auto begun = steady_clock::now();
+    engine->Sounds()->StartSound(LevelWave(5000, 3200));
+    EXPECT_TRUE(bell_.WaitFor([&] { return Number(FileContent(path), 40) == 6400; }));
+    EXPECT_GE(steady_clock::now() - begun, 150ms);
+    engine.reset();
+    const std::vector<std::int16_t> recorded = [&] {
+        const std::string bytes = FileContent(path);
+        return ReadWav({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    }();
+    EXPECT_EQ(recorded, std::vector<std::int16_t>(3200, 5000));
     std::filesystem::remove(path);
 }
 
@@ -409,6 +445,52 @@ TEST_F(EngineWithDevice, ClosesTheDeviceAfterAWhileOfSilence)
     EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Closed; }));
     engine_->Start(L"\\Mrk=1\\\\pau=10\\");
     EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
+}
+
+TEST_F(EngineWithDevice, PlaysASoundWithoutAVoice)
+{
+    Make(true);
+    EXPECT_EQ(engine_->Sounds()->StartSound(LevelWave(5000, 1600)), 100ms);
+    ASSERT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
+    const std::vector<std::int16_t> played = device_->Play(2000);
+    EXPECT_EQ(std::count(played.begin(), played.end(), 5000), 1600);
+    EXPECT_EQ(played.back(), 0);
+}
+
+TEST_F(EngineWithDevice, MixesSoundsWithinTheRangeOfTheDevice)
+{
+    Make(true);
+    engine_->Sounds()->StartSound(LevelWave(20'000, 1600));
+    engine_->Sounds()->StartSound(LevelWave(20'000, 800));
+    const std::vector<std::int16_t> played = device_->Play(1600);
+    EXPECT_EQ(played.front(), 32767);
+    EXPECT_EQ(played.back(), 20'000);
+}
+
+TEST_F(EngineWithDevice, SoundsFadeOutQuicklyWhenStopped)
+{
+    Make(true);
+    engine_->Sounds()->StartSound(LevelWave(20'000, 16'000));
+    device_->Play(160);
+    engine_->Sounds()->StopSounds();
+    const std::vector<std::int16_t> after = device_->Play(1600);
+    EXPECT_GT(after.front(), 15'000);
+    EXPECT_EQ(Peak({after.begin() + 160, after.end()}), 0);
+}
+
+TEST_F(EngineWithDevice, SoundsDoNotDelayTheEventsOfTheVoice)
+{
+    Make(true);
+    engine_->Sounds()->StartSound(LevelWave(1000, 16'000));
+    engine_->Start(L"\\pau=100\\\\Mrk=1\\");
+    std::size_t played = 0;
+    ASSERT_TRUE(bell_.WaitFor([&] {
+        device_->Play(10);
+        played += 10;
+        return !engine_->TakeDueEvents().empty();
+    }));
+    EXPECT_GE(played, 1600u);
+    EXPECT_EQ(device_->Play(1).front(), 1000);
 }
 
 // The real device, if there is one: nothing is measured, but everything arrives.

@@ -114,6 +114,26 @@ TEST_F(BalloonTest, SizedToALongTextItStaysOnTheScreenAndScrolls)
               static_cast<std::size_t>((body.height - 2 * MetricsAt(1).paddingY) / 10));
 }
 
+TEST_F(BalloonTest, SizedToALongTextItStandsAboveOrBelowAtEveryCornerAndCoversNothingOfTheCharacter)
+{
+    SetStyle(2, balloon_style::kSizeToText);
+    std::wstring text;
+    for (int i = 0; i < 300; ++i)
+        text += L"aaaaaaaaaaaaaaa ";
+    Ignore(genie->Speak(text));
+    view->Run(50);
+    const int height = Windows().balloon->body.height;
+    for (const Point corner : {Point{0, 0}, {992, 0}, {0, 752}, {992, 752}, {500, 376}}) {
+        Ignore(genie->SetLeft(corner.x));
+        Ignore(genie->SetTop(corner.y));
+        ASSERT_TRUE(Windows().balloon) << corner.x << ", " << corner.y;
+        const Rect body = Windows().balloon->body;
+        EXPECT_TRUE(body.Bottom() <= corner.y || body.y >= corner.y + 8) << corner.x << ", " << corner.y;
+        EXPECT_TRUE(body.x >= 0 && body.Right() <= 1000 && body.y >= 0 && body.Bottom() <= 760);
+        EXPECT_EQ(body.height, height);
+    }
+}
+
 TEST_F(BalloonTest, HidesItselfTwoSecondsAfterTheLastWord)
 {
     Ignore(genie->Speak(L"one"));
@@ -185,6 +205,26 @@ TEST_F(BalloonTest, GoesWhileTheCharacterIsOffTheScreenAndComesBackWithIt)
     EXPECT_FALSE(Windows().balloon);
     Ignore(genie->SetLeft(900));
     EXPECT_TRUE(Windows().balloon);
+}
+
+TEST_F(BalloonTest, KeepsToTheMonitorThatShowsTheCharacter)
+{
+    view->secondMonitor = Rect{1000, 200, 800, 600};
+    SetStyle(2, balloon_style::kAutoPace);
+    Ignore(genie->Speak(L"one two three"));
+    view->Run(50);
+    for (const int left : {1000, 1010, 1790}) {
+        Ignore(genie->SetLeft(left));
+        for (const int top : {200, 500, 790}) {
+            Ignore(genie->SetTop(top));
+            ASSERT_TRUE(Windows().balloon);
+            const Rect body = Windows().balloon->body;
+            EXPECT_TRUE(body.x >= 1000 && body.Right() <= 1800 && body.y >= 200 && body.Bottom() <= 800)
+                << left << ", " << top;
+        }
+    }
+    Ignore(genie->SetLeft(985));
+    EXPECT_LE(Windows().balloon->body.Right(), 1000);
 }
 
 TEST_F(BalloonTest, LeftoverThatLeavesTheScreenIsToldWithoutDelay)

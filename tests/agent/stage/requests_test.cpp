@@ -80,14 +80,28 @@ TEST_F(Requests, HideOfAHiddenCharacterIsDoneAtOnce)
     EXPECT_TRUE(frames.empty());
 }
 
-TEST_F(Requests, UnknownAnimationFailsFromTheCall)
+TEST_F(Requests, UnknownAnimationFailsFromTheCallAndIsTold)
 {
     ShowGenie();
     const Result result = genie->Play(L"Somersault");
     EXPECT_EQ(result.code, ErrorCode::NoSuchAnimation);
     EXPECT_NE(result.description.find(L"Somersault"), std::wstring::npos);
+    EXPECT_TRUE(events.Take().empty()) << "from inside the call";
     view->Run(100);
-    EXPECT_TRUE(events.Take().empty());
+    EXPECT_EQ(events.Take(), (Lines{L"unknown Play Somersault"}));
+}
+
+TEST_F(Requests, UnknownAnimationStopsNothing)
+{
+    ShowGenie();
+    Ignore(genie->Speak(L"one two"));
+    view->Run(50);
+    Ignore(genie->Play(L"Somersault"));
+    Ignore(genie->Play(L"wave"));
+    EXPECT_TRUE(engine->Speaking());
+    view->Run(1000);
+    EXPECT_EQ(engine->stopped, 0);
+    EXPECT_EQ(animations.back(), L"Wave");
 }
 
 TEST_F(Requests, DamagedAnimationFailsFromTheCall)

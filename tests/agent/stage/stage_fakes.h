@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -49,6 +50,8 @@ public:
     std::unique_ptr<CharacterView> MakeCharacterView(std::wstring_view name, PointerInput& input) override;
     std::optional<Rect> WorkAreaAt(const Rect& rect) const override
     {
+        if (secondMonitor && rect.x + rect.width / 2 >= secondMonitor->x)
+            return secondMonitor;
         const bool outside =
             rect.x >= monitor.width || rect.y >= monitor.height || rect.Right() <= 0 || rect.Bottom() <= 0;
         return outside ? std::nullopt : std::optional<Rect>({0, 0, monitor.width, monitor.height - 40});
@@ -70,6 +73,7 @@ public:
 
     Time now{1'000'000};
     Size monitor{1000, 800};
+    std::optional<Rect> secondMonitor; // on the right
     Ticker* ticker = nullptr;
     Time wakeAt = kNever; // what the timer is set to
     int ticks = 0;
@@ -114,8 +118,9 @@ inline std::unique_ptr<CharacterView> FakeStageView::MakeCharacterView(std::wstr
 }
 
 // Speaks one word each 100 ms of the test's clock. "#7" is a bookmark, "/" a line break, "~word" a word that
-// the balloon does not show; all else is a word. The mouth is open in each word and closes at the end.
-class FakeSpeechEngine : public speech::SpeechEngine {
+// the balloon does not show; all else is a word. The mouth is open in each word and closes at the end. A
+// sound lasts as many tenths of a second as it has bytes.
+class FakeSpeechEngine : public speech::SpeechEngine, public speech::SoundPlayer {
 public:
     explicit FakeSpeechEngine(const FakeStageView& clock) : clock_(clock) {}
 
@@ -176,8 +181,21 @@ public:
         return due;
     }
 
+    speech::SoundPlayer* Sounds() override { return this; }
+    std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override
+    {
+        soundsStarted.push_back(wave[0]);
+        const Time length{100 * static_cast<int>(wave.size())};
+        soundsEnd = std::max(soundsEnd, clock_.now + length);
+        return length;
+    }
+    void StopSounds() override { soundsEnd = std::min(soundsEnd, clock_.now); }
+    bool SoundsPlaying() const { return clock_.now < soundsEnd; }
+
     std::vector<std::wstring> spoken;
     int stopped = 0;
+    std::vector<int> soundsStarted; // told by their first bytes
+    Time soundsEnd{0};
 
 private:
     const FakeStageView& clock_;
@@ -218,6 +236,8 @@ public:
         static const std::map<ErrorCode, std::wstring> kNames{
             {ErrorCode::None, L"done "},
             {ErrorCode::CharacterHidden, L"hidden "},
+            {ErrorCode::NoSuchAnimation, L"unknown "},
+            {ErrorCode::AnimationDamaged, L"damaged "},
             {ErrorCode::RequestRemoved, L"removed "},
             {ErrorCode::InterruptedByApplication, L"interrupted "},
         };
