@@ -371,6 +371,7 @@ void frmOptions::FillPronunciations(const std::vector<std::wstring>& written)
     else if (listed_ != written)
         list.Set(ToWx(written));
     list.SetSelection(wxNOT_FOUND);
+    platform::FocusWithoutChoice(list); // what is typed but not saved would be lost
     listed_ = written;
 }
 

@@ -242,6 +242,25 @@ class KeyboardAlone(OptionsScenario):
         self.options.wait_gone()
         self.quit(program)
 
+    def test_word_list_chooses_an_entry_only_by_a_key_in_it(self):
+        program = self.start_with_options()
+        self.focus_dialog()
+        self.press("ctrl+Next", "ctrl+Next", "ctrl+Next", "alt+i")
+        self.type("SQL")
+        self.press("Tab")
+        self.type("sequel")
+        self.press("Return")
+        wait_for(lambda: "SQL=sequel" in self.settings_lines(), "the pronunciation to be stored")
+        self.options.type_into("Written", "half a wo")
+        self.press("alt+w")
+        wait_for(lambda: self.options.focused_name() == "Words in the list", "the list to get the focus")
+        self.assertEqual(self.options.text("Written"), "half a wo")
+        self.press("Down")
+        wait_for(lambda: self.options.text("Written") == "SQL", "the entry in the boxes")
+        self.press("Escape")
+        self.options.wait_gone()
+        self.quit(program)
+
     def reached_from(self, *keys):
         """Whatever Tab reaches from where the keys lead to, until it comes round; a drop-down list tells no name, nor
         do the tabs."""

@@ -341,6 +341,34 @@ TEST_F(OptionsWindow, TurningToThePronunciationsChoosesNone)
     EXPECT_EQ(Find<wxListBox>("List1").GetSelection(), wxNOT_FOUND);
 }
 
+TEST_F(OptionsWindow, FocusOfTheWordListKeepsWhatIsTyped)
+{
+    store.SaveSetting(L"modify", L"world", L"wurld");
+    store.SaveSetting(L"modify", L"queue", L"kew");
+    Open();
+    ShowPage(kPronunciations);
+    auto& list = Find<wxListBox>("List1");
+    auto& written = Find<wxTextCtrl>("txtSpeak", 0);
+    const auto focusList = [&] {
+        written.SetFocus();
+        ASSERT_TRUE(Until([&] { return written.HasFocus(); }));
+        written.SetValue("half a wo");
+        list.SetFocus();
+        ASSERT_TRUE(Until([&] { return list.HasFocus(); }));
+        wxTheApp->Yield(true);
+        EXPECT_EQ(written.GetValue(), "half a wo");
+        EXPECT_EQ(list.GetSelection(), wxNOT_FOUND);
+    };
+    focusList();
+    // The same after an entry was added or deleted.
+    Click("pron_add");
+    focusList();
+    list.SetSelection(0);
+    Tell(list, wxEVT_LISTBOX);
+    Click("Command2");
+    focusList();
+}
+
 TEST_F(OptionsWindow, PronunciationsAreEditedByTheirControls)
 {
     store.SaveSetting(L"modify", L"world", L"wurld");
