@@ -110,6 +110,7 @@ protected:
             if (!child.IsShownOnScreen() || dynamic_cast<wxNotebook*>(&child) ||
                 dynamic_cast<wxPanel*>(&child))
                 return;
+            child.InvalidateBestSize();
             const wxSize needed = child.GetBestSize();
             const bool small =
                 !child.GetLabel().empty() && (child.GetSize().x < needed.x || child.GetSize().y < needed.y);
@@ -234,6 +235,19 @@ TEST_F(OptionsWindow, NothingIsClippedInALanguageAThirdLonger)
         // The page is laid out once the screen has given it its size.
         EXPECT_TRUE(Until([&] { return Clipped().empty(); })) << Clipped();
     }
+}
+
+TEST_F(OptionsWindow, NothingIsClippedInALargeFontOfTheTranslation)
+{
+    strings.Set(20, L"DejaVu Serif");
+    strings.Set(21, L"17");
+    Open();
+    const auto& tabs = Find<wxNotebook>("tabs");
+    for (std::size_t page = 0; page < tabs.GetPageCount(); ++page) {
+        ShowPage(page);
+        EXPECT_TRUE(Until([&] { return Clipped().empty(); })) << Clipped();
+    }
+    EXPECT_EQ(Find<wxButton>("ok_but").GetFont().GetPointSize(), 17);
 }
 
 TEST_F(OptionsWindow, ShowsWhatIsSet)
