@@ -219,6 +219,7 @@ void frmOptions::Unload()
     if (services_.unloaded)
         services_.unloaded();
     Hide();
+    platform::ForgetTabs(*tabs_);
     if (handling_ == 0)
         Destroy();
 }
