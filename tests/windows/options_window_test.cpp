@@ -10,6 +10,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/display.h>
 #include <wx/listbox.h>
 #include <wx/notebook.h>
 #include <wx/panel.h>
@@ -17,8 +18,10 @@
 #include <wx/slider.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <set>
 #include <string>
@@ -455,6 +458,20 @@ TEST_F(OptionsWindow, DetailsOfScreenReadingMakeTheDialogHigherWhileTheyAreOpen)
     EXPECT_TRUE(Until([&] { return Clipped().empty(); })) << Clipped();
     Click("cmdDetails");
     EXPECT_EQ(window->GetSize().y, height);
+}
+
+TEST_F(OptionsWindow, OpensInTheMiddleOfThePointersMonitor)
+{
+    Open();
+    const int display = wxDisplay::GetFromPoint(wxGetMousePosition());
+    ASSERT_NE(display, wxNOT_FOUND);
+    const wxRect area = wxDisplay(static_cast<unsigned>(display)).GetClientArea();
+    const auto isCentred = [&] {
+        const wxRect place = window->GetScreenRect();
+        // The window manager's frame may be counted or not.
+        return area.Contains(place) && std::abs(place.x - area.x - (area.GetRight() - place.GetRight())) < 40;
+    };
+    EXPECT_TRUE(Until(isCentred)) << window->GetScreenRect().x << " on the monitor at " << area.x;
 }
 
 TEST_F(OptionsWindow, OkSavesAndCloses)
