@@ -1,5 +1,6 @@
 #include "options/view/balloon_preview.h"
 
+#include <wx/control.h>
 #include <wx/dcclient.h>
 #include <wx/graphics.h>
 
@@ -11,12 +12,14 @@ namespace {
 
 // Device-independent pixels.
 constexpr int kWidth = 320;
-constexpr int kHeight = 96;
+constexpr int kHeight = 142; // one line of 72 points, at 96 dots per inch
 constexpr int kCorner = 14;
 constexpr int kPadding = 12;
 constexpr int kWedgeWidth = 18;
 constexpr int kWedgeLength = 14;
 constexpr int kWedgePlace = 48; // of its middle, from the left
+
+constexpr double kShrinking = 0.95; // of a font that is too large, step by step
 
 const wxColour kPaper(255, 248, 230);
 const wxColour kInk(43, 34, 48);
@@ -42,7 +45,7 @@ wxGraphicsPath Outline(wxGraphicsContext& graphics, const wxRect2DDouble& body, 
     return path;
 }
 
-// The text in lines that fit the width. A word that is wider stands alone and is cut by the edge.
+// The text in lines that fit the width. A word that is wider stands alone.
 wxArrayString WrappedLines(const wxDC& dc, const wxString& text, int width)
 {
     wxArrayString lines;
@@ -61,7 +64,38 @@ wxArrayString WrappedLines(const wxDC& dc, const wxString& text, int width)
     return lines;
 }
 
+// The font, or as much of its size as gives a line of that height at most.
+wxFont FontOfLineHeight(wxDC& dc, wxFont font, int height)
+{
+    dc.SetFont(font);
+    while (dc.GetCharHeight() > height && font.GetFractionalPointSize() > 1) {
+        font.SetFractionalPointSize(std::max(1.0, font.GetFractionalPointSize() * kShrinking));
+        dc.SetFont(font);
+    }
+    return font;
+}
+
 } // namespace
+
+FittedText FitText(wxDC& dc, const wxString& text, const wxFont& font, const wxSize& room)
+{
+    FittedText fitted;
+    fitted.font = FontOfLineHeight(dc, font, room.y);
+    fitted.lineHeight = dc.GetCharHeight();
+    const wxArrayString all = WrappedLines(dc, text, room.x);
+    const std::size_t seen =
+        std::min(all.size(), static_cast<std::size_t>(std::max(1, room.y / fitted.lineHeight)));
+    for (std::size_t i = 0; i < seen; ++i) {
+        wxString line = all[i];
+        if (i + 1 == seen) { // what is left over is told by an ellipsis
+            for (std::size_t left = seen; left < all.size(); ++left)
+                line += " " + all[left];
+        }
+        fitted.lines.push_back(
+            wxControl::Ellipsize(line, dc, wxELLIPSIZE_END, room.x, wxELLIPSIZE_FLAGS_NONE));
+    }
+    return fitted;
+}
 
 BalloonPreview::BalloonPreview(wxWindow* parent)
     : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxFULL_REPAINT_ON_RESIZE), font_(GetFont())
@@ -101,16 +135,16 @@ void BalloonPreview::OnPaint(wxPaintEvent&)
     const int padding = FromDIP(kPadding);
     const wxRect inside =
         wxRect(1, 1, size.x - 2, size.y - 3 - FromDIP(kWedgeLength)).Deflate(padding, padding / 2);
+    if (inside.IsEmpty())
+        return;
+    const FittedText text = FitText(dc, sample_, font_, inside.GetSize());
     dc.SetClippingRegion(inside);
-    dc.SetFont(font_);
+    dc.SetFont(text.font);
     dc.SetTextForeground(kInk);
-    const int lineHeight = dc.GetCharHeight();
-    const wxArrayString lines = WrappedLines(dc, sample_, inside.width);
-    const int textHeight = lineHeight * static_cast<int>(lines.size());
-    int top = inside.y + std::max(0, (inside.height - textHeight) / 2);
-    for (const wxString& line : lines) {
+    int top = inside.y + (inside.height - text.lineHeight * static_cast<int>(text.lines.size())) / 2;
+    for (const wxString& line : text.lines) {
         dc.DrawText(line, inside.x, top);
-        top += lineHeight;
+        top += text.lineHeight;
     }
 }
 

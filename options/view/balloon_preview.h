@@ -1,8 +1,22 @@
 #pragma once
 
+#include <wx/arrstr.h>
+#include <wx/font.h>
 #include <wx/window.h>
 
+class wxDC;
+
 namespace voxtrel::options {
+
+struct FittedText {
+    wxFont font;
+    wxArrayString lines;
+    int lineHeight = 0; // pixels
+};
+
+// As much of the text as the room (pixels) holds in whole lines, with an ellipsis when that is not all; in a
+// smaller font when not even one line has the height. Leaves dc with that font.
+FittedText FitText(wxDC& dc, const wxString& text, const wxFont& font, const wxSize& room);
 
 // Shows a text as the character's balloon does, in the balloon's lettering. A picture only: it takes no
 // focus.

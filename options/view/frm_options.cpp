@@ -14,6 +14,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/display.h>
 #include <wx/filedlg.h>
 #include <wx/fontenum.h>
 #include <wx/iconbndl.h>
@@ -23,6 +24,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 #include <utility>
@@ -66,6 +68,13 @@ wxArrayString ToWx(const std::vector<std::wstring>& texts)
     for (const std::wstring& text : texts)
         array.push_back(wxString(text));
     return array;
+}
+
+// Where the user is at work: of several monitors the one on which the dialog was called.
+wxRect ScreenOfPointer()
+{
+    const int display = wxDisplay::GetFromPoint(wxGetMousePosition());
+    return wxDisplay(display == wxNOT_FOUND ? 0u : static_cast<unsigned>(display)).GetClientArea();
 }
 
 // What a label says, without its mnemonic and its colon.
@@ -219,6 +228,7 @@ void frmOptions::Unload()
     if (services_.unloaded)
         services_.unloaded();
     Hide();
+    platform::ForgetTabs(*tabs_);
     if (handling_ == 0)
         Destroy();
 }
@@ -371,6 +381,7 @@ void frmOptions::FillPronunciations(const std::vector<std::wstring>& written)
     else if (listed_ != written)
         list.Set(ToWx(written));
     list.SetSelection(wxNOT_FOUND);
+    platform::FocusWithoutChoice(list); // what is typed but not saved would be lost
     listed_ = written;
 }
 
@@ -415,7 +426,10 @@ void frmOptions::CentreOnScreen()
     tabs_->SetMinSize(wxSize(std::max(WidthOfTabs(), tabs_->GetBestSize().x),
                              tabs_->GetBestSize().y + FromDIP(kRoomBelowPages)));
     GetSizer()->SetSizeHints(this);
-    Centre(wxBOTH | wxCENTRE_ON_SCREEN);
+    const wxRect screen = ScreenOfPointer();
+    const wxRect centred = wxRect(GetSize()).CentreIn(screen);
+    Move(std::max(centred.x, screen.x),
+         std::max(centred.y, screen.y)); // a high dialog keeps its title in sight
 }
 
 void frmOptions::ImportFromFile()

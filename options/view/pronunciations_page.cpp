@@ -64,7 +64,7 @@ wxPanel* MakePronunciationsPage(wxWindow* tabs, OptionsControls& controls)
 {
     auto* page = new wxPanel(tabs);
     const int gap = GroupGap(*page);
-    // The boxes come first: a list that gets the focus chooses an entry on some systems.
+    // The boxes come first: who comes with a new word can type at once.
     auto* editing = new wxBoxSizer(wxVERTICAL);
     editing->Add(MakeTexts(page, controls), wxSizerFlags().Expand());
     editing->Add(MakeButtons(page, controls), wxSizerFlags().Expand().Border(wxTOP, gap));

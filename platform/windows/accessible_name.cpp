@@ -29,4 +29,6 @@ void SetAccessibleName(wxWindow& control, std::wstring_view name)
     control.SetAccessible(new NamedAccessible(&control, wxString(name.data(), name.size())));
 }
 
+void ForgetTabs(wxNotebook&) {}
+
 } // namespace voxtrel::platform

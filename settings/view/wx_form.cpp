@@ -1,5 +1,7 @@
 #include "settings/view/wx_form.h"
 
+#include "platform/window_fonts.h"
+
 #include <wx/listctrl.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -133,6 +135,8 @@ void ApplyForm(wxTopLevelWindow& form, const FormModel& model)
     ApplyFont(form, model.font);
     std::size_t next = 0;
     ForEachControl(form, [&](wxWindow& control) { ApplyControl(control, model.controls.at(next++)); });
+    platform::SettleFonts(form);
+    ForEachControl(form, [](wxWindow& control) { control.InvalidateBestSize(); });
     form.Layout();
 }
 

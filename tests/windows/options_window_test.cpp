@@ -10,6 +10,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/display.h>
 #include <wx/listbox.h>
 #include <wx/notebook.h>
 #include <wx/panel.h>
@@ -17,8 +18,10 @@
 #include <wx/slider.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <set>
 #include <string>
@@ -110,6 +113,7 @@ protected:
             if (!child.IsShownOnScreen() || dynamic_cast<wxNotebook*>(&child) ||
                 dynamic_cast<wxPanel*>(&child))
                 return;
+            child.InvalidateBestSize();
             const wxSize needed = child.GetBestSize();
             const bool small =
                 !child.GetLabel().empty() && (child.GetSize().x < needed.x || child.GetSize().y < needed.y);
@@ -236,6 +240,19 @@ TEST_F(OptionsWindow, NothingIsClippedInALanguageAThirdLonger)
     }
 }
 
+TEST_F(OptionsWindow, NothingIsClippedInALargeFontOfTheTranslation)
+{
+    strings.Set(20, L"DejaVu Serif");
+    strings.Set(21, L"17");
+    Open();
+    const auto& tabs = Find<wxNotebook>("tabs");
+    for (std::size_t page = 0; page < tabs.GetPageCount(); ++page) {
+        ShowPage(page);
+        EXPECT_TRUE(Until([&] { return Clipped().empty(); })) << Clipped();
+    }
+    EXPECT_EQ(Find<wxButton>("ok_but").GetFont().GetPointSize(), 17);
+}
+
 TEST_F(OptionsWindow, ShowsWhatIsSet)
 {
     store.SaveSetting(L"Agent", L"Pitch", L"200");
@@ -341,6 +358,34 @@ TEST_F(OptionsWindow, TurningToThePronunciationsChoosesNone)
     EXPECT_EQ(Find<wxListBox>("List1").GetSelection(), wxNOT_FOUND);
 }
 
+TEST_F(OptionsWindow, FocusOfTheWordListKeepsWhatIsTyped)
+{
+    store.SaveSetting(L"modify", L"world", L"wurld");
+    store.SaveSetting(L"modify", L"queue", L"kew");
+    Open();
+    ShowPage(kPronunciations);
+    auto& list = Find<wxListBox>("List1");
+    auto& written = Find<wxTextCtrl>("txtSpeak", 0);
+    const auto focusList = [&] {
+        written.SetFocus();
+        ASSERT_TRUE(Until([&] { return written.HasFocus(); }));
+        written.SetValue("half a wo");
+        list.SetFocus();
+        ASSERT_TRUE(Until([&] { return list.HasFocus(); }));
+        wxTheApp->Yield(true);
+        EXPECT_EQ(written.GetValue(), "half a wo");
+        EXPECT_EQ(list.GetSelection(), wxNOT_FOUND);
+    };
+    focusList();
+    // The same after an entry was added or deleted.
+    Click("pron_add");
+    focusList();
+    list.SetSelection(0);
+    Tell(list, wxEVT_LISTBOX);
+    Click("Command2");
+    focusList();
+}
+
 TEST_F(OptionsWindow, PronunciationsAreEditedByTheirControls)
 {
     store.SaveSetting(L"modify", L"world", L"wurld");
@@ -413,6 +458,20 @@ TEST_F(OptionsWindow, DetailsOfScreenReadingMakeTheDialogHigherWhileTheyAreOpen)
     EXPECT_TRUE(Until([&] { return Clipped().empty(); })) << Clipped();
     Click("cmdDetails");
     EXPECT_EQ(window->GetSize().y, height);
+}
+
+TEST_F(OptionsWindow, OpensInTheMiddleOfThePointersMonitor)
+{
+    Open();
+    const int display = wxDisplay::GetFromPoint(wxGetMousePosition());
+    ASSERT_NE(display, wxNOT_FOUND);
+    const wxRect area = wxDisplay(static_cast<unsigned>(display)).GetClientArea();
+    const auto isCentred = [&] {
+        const wxRect place = window->GetScreenRect();
+        // The window manager's frame may be counted or not.
+        return area.Contains(place) && std::abs(place.x - area.x - (area.GetRight() - place.GetRight())) < 40;
+    };
+    EXPECT_TRUE(Until(isCentred)) << window->GetScreenRect().x << " on the monitor at " << area.x;
 }
 
 TEST_F(OptionsWindow, OkSavesAndCloses)

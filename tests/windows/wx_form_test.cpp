@@ -10,6 +10,9 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <string>
+#include <vector>
+
 namespace voxtrel::settings {
 namespace {
 
@@ -85,6 +88,25 @@ TEST_F(LocaliseFormOnWindows, GivesEveryControlTheFontOfTheTable)
 
     EXPECT_EQ(label->GetFont().GetPointSize(), 17);
     EXPECT_EQ(page->GetFont().GetPointSize(), 17);
+}
+
+TEST_F(LocaliseFormOnWindows, ControlsAreMeasuredInTheFontOfTheTable)
+{
+    wxWindow* const controls[] = {new wxStaticText(page, wxID_ANY, "label"),
+                                  new wxCheckBox(page, wxID_ANY, "box"),
+                                  new wxButton(page, wxID_ANY, "a rather long button")};
+    std::vector<wxSize> before;
+    for (wxWindow* control : controls)
+        before.push_back(control->GetBestSize());
+    table.Set(20, page->GetFont().GetFaceName().ToStdWstring());
+    table.Set(21, std::to_wstring(page->GetFont().GetPointSize() * 3));
+
+    LocaliseForm(*frame, table);
+
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        EXPECT_GT(controls[i]->GetBestSize().x, before[i].x * 3 / 2) << controls[i]->GetLabel();
+        EXPECT_GT(controls[i]->GetBestSize().y, before[i].y * 5 / 4) << controls[i]->GetLabel();
+    }
 }
 
 } // namespace

@@ -23,7 +23,8 @@ wxButton* AddSwitch(wxPanel* bar, const char* toolTip, std::function<void()> cli
 
 ReaderStatusBar::ReaderStatusBar(wxWindow* parent, Actions actions)
     : wxPanel(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, "StatusBar"),
-      mode_(new wxStaticText(this, wxID_ANY, wxEmptyString)),
+      mode_(new wxStaticText(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                             wxST_ELLIPSIZE_END)),
       autoClose_(AddSwitch(this, "2908:Auto close ON/OFF", std::move(actions.AutoCloseClick))),
       blockHighlight_(AddSwitch(this, "2909:Block highlight ON/OFF", std::move(actions.BlockHighlightClick)))
 {
