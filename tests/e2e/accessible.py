@@ -142,6 +142,12 @@ class Window:
     def is_checked(self, role, name):
         return has_state(self.find(role, name), Atspi.StateType.CHECKED)
 
-    def focused_name(self):
+    def focused(self):
+        """The name of what has the focus and where it is; None while nothing has it."""
         frame = self.find_frame()
-        return next((attempt(item.get_name) for item in below(frame) if has_state(item, Atspi.StateType.FOCUSED)), "")
+        item = next((item for item in below(frame) if has_state(item, Atspi.StateType.FOCUSED)), None) if frame else None
+        return item and (attempt(item.get_name), place(item))
+
+    def focused_name(self):
+        focused = self.focused()
+        return focused[0] if focused else ""

@@ -259,34 +259,40 @@ class KeyboardAlone(OptionsScenario):
         self.options.wait_gone()
         self.quit(program)
 
+    def after_tab(self):
+        """The name of what has the focus next; empty for a drop-down list and the tabs, which tell of no focus."""
+        before = self.options.focused()
+        self.press("Tab")
+        # From one that tells of no focus to the next nothing is seen to change.
+        wait_for(lambda: self.options.focused() != before or before is None, "the focus to move")
+        return self.options.focused_name()
+
     def reached_from(self, *keys):
-        """Whatever Tab reaches from where the keys lead to, until it comes round; a drop-down list tells no name, nor
-        do the tabs."""
+        """The names of all that Tab reaches from where the keys lead to, until it comes round."""
         self.press(*keys)
         names = [self.options.focused_name()]
         while names[-1] != "Cancel" and len(names) < 30:
-            self.press("Tab")
-            names.append(self.options.focused_name())
+            names.append(self.after_tab())
         self.press(*["shift+Tab"] * 3)  # back into the page
-        return names
+        return [name for name in names if name]
 
     def test_tab_goes_through_every_page_and_the_buttons(self):
         buttons = ["Help", "OK", "Cancel"]
         program = self.start_with_options()
         self.focus_dialog()
-        self.assertEqual(self.reached_from("alt+c"), ["", "", "Keep the character off the screen", "",
-                                                      "Say a short text", "Say a longer text", *buttons])
+        self.assertEqual(self.reached_from("alt+c"), ["Keep the character off the screen", "Say a short text",
+                                                      "Say a longer text", *buttons])
         self.assertEqual(self.reached_from("ctrl+Next"), [
             "The text, but nothing for a single word", "Disappear after speaking", "Show each word as it is spoken",
-            "Take the size of the text", "", "", *buttons])
-        self.assertEqual(self.reached_from("ctrl+Next"), ["", "Normal", "Pitch", "Speed", "Volume",
+            "Take the size of the text", *buttons])
+        self.assertEqual(self.reached_from("ctrl+Next"), ["Normal", "Pitch", "Speed", "Volume",
                                                           "Pause between words", "Test the voice", *buttons])
         self.press("ctrl+Next", "alt+i")
         self.type("SQL")
         self.press("Tab")
         self.type("sequel")
         self.assertEqual(self.reached_from("Tab"), ["Hear", "Save", "New", "Import...", "Words in the list", *buttons])
-        self.assertEqual(self.reached_from("ctrl+Next")[:3], ["Speak the selection", "",
+        self.assertEqual(self.reached_from("ctrl+Next")[:2], ["Speak the selection",
                                                               "Read the selection in the Text Reader"])
         self.assertEqual(self.reached_from("ctrl+Next"), ["I would like to use Screen Reading",
                                                           "Select items which you would like to be read",
