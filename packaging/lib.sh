@@ -67,7 +67,7 @@ native_packages=(
   fonts-dejavu-core
 )
 # A display, sound and eyes of one's own, for tests and demonstrations.
-display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils imagemagick sox)
+display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils x11-xserver-utils imagemagick sox)
 # Other programs that a person reads from: the tests that drive the real program need them.
 scenario_packages=(
   python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad xserver-xephyr weston trayer
@@ -76,7 +76,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.
 windows_packages=(
-  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev libutf8proc-dev
+  build-essential ccache cmake ninja-build pkg-config dpkg-dev librsvg2-dev libpng-dev libutf8proc-dev
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64
 )
 fuzz_packages=(clang-14 clang libclang-rt-14-dev)
