@@ -21,12 +21,12 @@ namespace voxtrel::agent::speech {
 
 // A voice that is installed on this machine.
 struct SystemVoice {
-    std::wstring modeId;      // the engine mode identifier: VoiceModeId(code of the family, key)
-    std::wstring displayName; // says which engine it is: "German (eSpeak NG)"
-    std::wstring engine;      // "eSpeak NG"
-    std::wstring language;    // a language tag such as "de" or "en-GB"; empty if the engine does not say
+    std::wstring modeId = {};      // the engine mode identifier: VoiceModeId(code of the family, key)
+    std::wstring displayName = {}; // says which engine it is: "German (eSpeak NG)"
+    std::wstring engine = {};      // "eSpeak NG"
+    std::wstring language = {};    // a language tag such as "de" or "en-GB"; empty if the engine does not say
     bool female = false;
-    std::wstring key; // what the engine itself knows it by; the same at each start
+    std::wstring key = {}; // what the engine itself knows it by; the same at each start
 };
 
 // A word to be said, as it is written, punctuation and all; there are no blanks in it.
