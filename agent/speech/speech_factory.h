@@ -63,8 +63,9 @@ struct VoiceDescription {
     std::wstring modeId;
     std::wstring name;
     bool female = false;
-    std::wstring engine = {};   // "built in", "eSpeak NG"
+    std::wstring engine = {};   // "eSpeak NG"
     std::wstring language = {}; // a language tag; empty if it is not known
+    bool isBuiltIn = false;
 };
 
 // The voices of this machine, the usual one first. Waits for slow engines, some seconds at most.
