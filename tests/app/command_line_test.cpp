@@ -52,6 +52,14 @@ TEST(ParseCommandLine, EachRequestSelectsItsMode)
     }
 }
 
+TEST(ParseCommandLine, AddVoicesTakesAnyNumberOfNames)
+{
+    EXPECT_TRUE(Parse({L"--add-voices"}).names.empty());
+    const CommandLine line = Parse({L"--add-voices", L"German, eSpeak NG", L"fr"});
+    EXPECT_EQ(line.mode, RunMode::AddVoices);
+    EXPECT_EQ(line.names, (std::vector<std::wstring>{L"German, eSpeak NG", L"fr"}));
+}
+
 TEST(ParseCommandLine, WavTakesVoiceAndProsody)
 {
     const CommandLine line = Parse({L"--wav", L"o.wav", L"--voice", L"Adult Male 2, US English", L"--pitch=200",
