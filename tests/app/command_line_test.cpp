@@ -109,7 +109,7 @@ TEST(ParseCommandLine, WhatMakesNoSenseIsAnErrorThatNamesIt)
 TEST(HelpText, NamesEveryOption)
 {
     for (const wchar_t* option : {L"--speak", L"--read", L"--options", L"--quit", L"--execute", L"--wav", L"--voice",
-                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--list-characters",
+                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--add-voices", L"--list-characters",
                                   L"--trace", L"--version", L"--help"})
         EXPECT_NE(HelpText().find(option), std::wstring_view::npos);
 }
