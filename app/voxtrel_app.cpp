@@ -8,6 +8,7 @@
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
 #include "app/program_rooms.h"
+#include "app/voice_commands.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/server_process.h"
@@ -129,6 +130,7 @@ std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
 {
     platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
+    speech.systemVoices = MakeSystemVoices();
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))
         speech.record = settings::ToPath(record.ToStdWstring());
