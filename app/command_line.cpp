@@ -40,7 +40,7 @@ auto Mode(RunMode mode)
     return [mode](CommandLine& line, const std::wstring&) { return SetMode(line, mode); };
 }
 
-auto ModeWithText(RunMode mode, std::wstring CommandLine::* field)
+auto ModeWithText(RunMode mode, std::wstring CommandLine::*field)
 {
     return [mode, field](CommandLine& line, const std::wstring& value) {
         line.*field = value;
@@ -48,7 +48,7 @@ auto ModeWithText(RunMode mode, std::wstring CommandLine::* field)
     };
 }
 
-auto Number(std::wstring_view name, std::optional<int> CommandLine::* field)
+auto Number(std::wstring_view name, std::optional<int> CommandLine::*field)
 {
     return [name, field](CommandLine& line, const std::wstring& value) -> std::wstring {
         line.*field = WholeNumber(value);
@@ -67,9 +67,9 @@ std::wstring ChooseCharacterServer(CommandLine& line, const std::wstring& value)
     return {};
 }
 
-const std::array<Option, 16>& Options()
+const std::array<Option, 17>& Options()
 {
-    static const std::array<Option, 16> options{{
+    static const std::array<Option, 17> options{{
         {L"--speak", Takes::Value, ModeWithText(RunMode::Speak, &CommandLine::text)},
         {L"--read", Takes::Value, ModeWithText(RunMode::Read, &CommandLine::text)},
         {L"--execute", Takes::Value, ModeWithText(RunMode::Execute, &CommandLine::text)},
@@ -77,6 +77,7 @@ const std::array<Option, 16>& Options()
         {L"--options", Takes::Nothing, Mode(RunMode::Options)},
         {L"--quit", Takes::Nothing, Mode(RunMode::Quit)},
         {L"--list-voices", Takes::Nothing, Mode(RunMode::ListVoices)},
+        {L"--add-voices", Takes::Nothing, Mode(RunMode::AddVoices)},
         {L"--list-characters", Takes::Nothing, Mode(RunMode::ListCharacters)},
         {L"--version", Takes::Nothing, Mode(RunMode::Version)},
         {L"--help", Takes::Nothing, Mode(RunMode::Help)},
@@ -109,6 +110,10 @@ const Option* FindOption(std::wstring_view name)
 
 std::wstring TakeFile(CommandLine& line, const std::wstring& file)
 {
+    if (line.mode == RunMode::AddVoices) {
+        line.names.push_back(file);
+        return {};
+    }
     if (!line.file.empty())
         return L"Only one file can be read at a time: \"" + line.file + L"\" or \"" + file + L"\".";
     line.file = file;
@@ -145,8 +150,9 @@ std::wstring CheckWhole(CommandLine& line)
     if (wav && line.wavPath.empty())
         return L"--wav takes the name of the file to write.";
     if (wav && line.file.empty() == line.text.empty())
-        return line.file.empty() ? L"--wav needs something to say: --speak TEXT, a file, or - for the standard input."
-                                 : L"--wav takes either --speak TEXT or a file, not both.";
+        return line.file.empty()
+                   ? L"--wav needs something to say: --speak TEXT, a file, or - for the standard input."
+                   : L"--wav takes either --speak TEXT or a file, not both.";
     if (!wav && line.mode != RunMode::ReadFile && !line.file.empty())
         return L"A file does not go with what else was asked for: \"" + line.file + L"\".";
     return {};
@@ -192,7 +198,12 @@ These go to the program that is already running; when none is, it is started
           (--speak TEXT | FILE | -)
                              write the speech to a sound file, without a window
                              (OUT.wav may be - for the standard output)
-  voxtrel --list-voices      the voices that can be chosen
+  voxtrel --list-voices      the voices: those that can be chosen, and those of the
+                             system that can be added
+  voxtrel --add-voices [NAME...]
+                             add voices of the system to those that can be chosen:
+                             by name, language ("de"), engine, or all; without a
+                             name they are listed and asked for
   voxtrel --list-characters  the characters that can be chosen
   voxtrel --trace FILE       write what happens to FILE, one JSON line an event
   voxtrel --character-server embedded|system

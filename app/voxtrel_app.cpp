@@ -9,6 +9,7 @@
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
 #include "app/program_rooms.h"
+#include "app/voice_commands.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/server_process.h"
@@ -139,6 +140,7 @@ std::unique_ptr<agent::Control> VoxtrelApp::MakeEmbeddedAgent()
 {
     platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
+    speech.systemVoices = MakeSystemVoices();
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))
         speech.record = settings::ToPath(record.ToStdWstring());
