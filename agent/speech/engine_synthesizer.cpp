@@ -201,7 +201,8 @@ EngineSynthesizer::Rendition EngineSynthesizer::Render(const Phrase& phrase, con
 
     for (Phoneme phoneme : spoken.mouths) {
         phoneme.start = AtOurRate(phoneme.start, spoken.sampleRate);
-        timing.phonemes.push_back(phoneme);
+        if (phoneme.start < timing.speechEnd)
+            timing.phonemes.push_back(phoneme);
     }
     if (timing.phonemes.empty()) {
         for (std::size_t i = 0; i < phrase.words.size(); ++i) {

@@ -12,6 +12,7 @@ namespace {
 using acs::Mouth;
 
 constexpr std::int64_t kUnknown = -1;
+constexpr std::size_t kLettersOfDigit = 4; // "seven" is as long as five letters
 
 // Where the words begin that were reported in their order.
 std::vector<std::int64_t> Anchors(std::size_t words, std::span<const ReportedWord> reported,
@@ -49,6 +50,13 @@ constexpr SoundRow kSoundRows[] = {
 
 } // namespace
 
+std::size_t SpokenLength(std::wstring_view word)
+{
+    const auto isDigit = [](wchar_t c) { return IsAsciiDigit(static_cast<char32_t>(c)); };
+    const auto digits = static_cast<std::size_t>(std::count_if(word.begin(), word.end(), isDigit));
+    return word.size() + 1 + digits * kLettersOfDigit;
+}
+
 std::vector<std::int64_t> PlaceWords(const Phrase& phrase, std::span<const ReportedWord> reported,
                                      std::int64_t speechStart, std::int64_t speechEnd)
 {
@@ -63,13 +71,13 @@ std::vector<std::int64_t> PlaceWords(const Phrase& phrase, std::span<const Repor
         const std::int64_t until = to < count ? starts[to] : speechEnd;
         double weight = 0;
         for (std::size_t i = from; i < to; ++i)
-            weight += static_cast<double>(phrase.words[i].text.size() + 1);
+            weight += static_cast<double>(SpokenLength(phrase.words[i].text));
         double before = 0;
         const std::int64_t since = starts[from];
         for (std::size_t i = from; i < to; ++i) {
             starts[i] =
                 since + static_cast<std::int64_t>(static_cast<double>(until - since) * before / weight);
-            before += static_cast<double>(phrase.words[i].text.size() + 1);
+            before += static_cast<double>(SpokenLength(phrase.words[i].text));
         }
         from = to;
     }

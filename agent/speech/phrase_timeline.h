@@ -11,6 +11,9 @@ struct ReportedWord {
     std::size_t word = 0;
 };
 
+// How long a word takes compared with others: its letters, and more for figures.
+std::size_t SpokenLength(std::wstring_view word);
+
 // Where each word of the phrase begins between two samples. Engines merge words, cut one into several, or say
 // nothing at all: a word that was not reported gets its share of the time between its neighbours, by its
 // length, and no word comes before the one before it.

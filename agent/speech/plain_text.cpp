@@ -9,34 +9,16 @@ namespace voxtrel::agent::speech {
 
 namespace {
 
-constexpr std::size_t kLongestAbbreviation = 3;
+constexpr std::size_t kShortWord = 3; // letters; abbreviations are hardly longer
 constexpr std::size_t kMostSigns = 2; // more of them are a line or a pattern
 
 bool IsClosing(char32_t c)
 {
     return c == U'"' || c == U'\'' || c == U')' || c == U']' || c == U'}' || c == U'*' || c == U'_' ||
-           c == 0xBB || c == 0x2019 || c == 0x201C || c == 0x201D || c == 0x300D || c == 0xFF09;
+           c == 0xAB || c == 0xBB || c == 0x2019 || c == 0x201C || c == 0x201D || c == 0x300D || c == 0xFF09;
 }
 
 bool IsDash(char32_t c) { return c == U'-' || (c >= 0x2010 && c <= 0x2015); }
-
-// Letters and digits of any script, and other signs with a name of their own.
-bool IsWordCharacter(char32_t c)
-{
-    if (c < 0x80)
-        return IsAsciiLetter(c) || IsAsciiDigit(c);
-    if (c < 0xC0)
-        return c == 0xAA || c == 0xB2 || c == 0xB3 || c == 0xB5 || (c >= 0xB9 && c <= 0xBE && c != 0xBB);
-    return !(c >= 0x2000 && c <= 0x206F) && !(c >= 0x3000 && c <= 0x303F) && !(c >= 0xFE00 && c <= 0xFE0F) &&
-           !EndsPhraseWithoutBlank(c);
-}
-
-// Signs that are said when they stand alone: = + & % and currencies.
-bool IsSayableSign(char32_t c)
-{
-    return std::u32string_view(U"=+&%$#@<>/\u00A3\u00A5\u00A7\u00B0\u00B1\u00D7\u00F7").find(c) !=
-           std::u32string_view::npos;
-}
 
 Break BreakAfter(char32_t c)
 {
@@ -71,14 +53,40 @@ Break BreakAfter(char32_t c)
     }
 }
 
-// "z.B.", "Nr." and "3." rarely end a sentence, and an engine that sees what follows knows.
+// Letters and digits of any script, and other signs with a name of their own.
+bool IsWordCharacter(char32_t c)
+{
+    if (c < 0x80)
+        return IsAsciiLetter(c) || IsAsciiDigit(c);
+    if (c < 0xC0)
+        return c == 0xAA || c == 0xB2 || c == 0xB3 || c == 0xB5 || (c >= 0xB9 && c <= 0xBE && c != 0xBB);
+    return !(c >= 0x2000 && c <= 0x206F) && !(c >= 0x3000 && c <= 0x303F) && !(c >= 0xFE00 && c <= 0xFE0F) &&
+           BreakAfter(c) == Break::None;
+}
+
+// Signs that are said when they stand alone: = + & % and currencies.
+bool IsSayableSign(char32_t c)
+{
+    return std::u32string_view(U"=+&%$#@<>/\u00A3\u00A5\u00A7\u00B0\u00B1\u00D7\u00F7").find(c) !=
+           std::u32string_view::npos;
+}
+
+// "z.B.", "Nr.", "bzw." and "3." rarely end a sentence, and an engine that sees what follows knows.
 bool MayBeAbbreviation(std::u32string_view word)
 {
     if (word.size() < 2)
         return false;
     const std::size_t dot = word.rfind(U'.', word.size() - 2);
-    const std::u32string_view last = word.substr(dot == std::u32string_view::npos ? 0 : dot + 1);
-    return last.size() - 1 <= kLongestAbbreviation || std::all_of(last.begin(), last.end() - 1, IsAsciiDigit);
+    const bool dotted = dot != std::u32string_view::npos;
+    const std::u32string_view last =
+        word.substr(dotted ? dot + 1 : 0, word.size() - 1 - (dotted ? dot + 1 : 0));
+    if (last.size() < kShortWord || std::all_of(last.begin(), last.end(), IsAsciiDigit))
+        return true;
+    if (last.size() > kShortWord)
+        return false;
+    const bool hasVowel = last.find_first_of(U"aeiouyAEIOUY") != std::u32string_view::npos || last[0] >= 0x80;
+    const bool capital = last[0] >= U'A' && last[0] <= U'Z';
+    return dotted || capital || !hasVowel;
 }
 
 Break EndingOf(std::u32string_view word)

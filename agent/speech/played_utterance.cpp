@@ -15,14 +15,16 @@ using Kind = SpeechEvent::Kind;
 constexpr auto kTick = 15ms;
 constexpr std::size_t kAhead = 2;        // the sentence being heard and the next
 constexpr auto kMarksComeWithin = 400ms; // after the beginning, from an engine that tells of words at all
-constexpr auto kPatience = 5s;           // beyond what a phrase should take
+constexpr auto kBeginsWithin = 10s;      // another program may have something to say first
+constexpr auto kGoesOnWithin = 4s;       // with the next phrase
+constexpr auto kPatience = 2s;           // beyond three times of what it should take
 constexpr auto kMouthHold = 50ms;
 
 std::size_t Letters(const Phrase& phrase, std::size_t words)
 {
     std::size_t letters = 0;
     for (std::size_t i = 0; i < words; ++i)
-        letters += phrase.words[i].text.size() + 1;
+        letters += SpokenLength(phrase.words[i].text);
     return letters;
 }
 
@@ -215,7 +217,11 @@ bool PlayedUtterance::Overdue() const
     if (items_.empty() || !items_.front().queued)
         return false;
     const Item& item = items_.front();
-    return Clock::now() > lastSign_ + kPatience + 2 * TimeOf(item, item.phrase.words.size());
+    if (!item.begun)
+        return Clock::now() > lastSign_ + (item.number == 1 ? kBeginsWithin : kGoesOnWithin);
+    const std::size_t from = item.marked ? item.reached - 1 : 0;
+    const std::size_t to = item.marked ? item.reached : item.phrase.words.size();
+    return Clock::now() > lastSign_ + kPatience + 3 * (TimeOf(item, to) - TimeOf(item, from));
 }
 
 void PlayedUtterance::Rest(int ms)

@@ -60,8 +60,8 @@ std::vector<VoiceDescription> ListVoices(VoiceCatalogue* systemVoices)
 {
     std::vector<VoiceDescription> voices;
     for (const Voice& voice : AllVoices())
-        voices.push_back(
-            {std::wstring(voice.modeId), std::wstring(voice.name), voice.female, L"built in", L"en-US", true});
+        voices.push_back({std::wstring(voice.modeId), std::wstring(voice.name), voice.female, L"built in",
+                          L"en-US", true});
     if (!systemVoices)
         return voices;
     for (const SystemVoice& voice : systemVoices->All(kEnginesAnswerWithin))

@@ -3,6 +3,7 @@
 #include "agent/speech/speech_factory.h"
 #include "agent/speech/wav_reader.h"
 #include "agent/speech/wav_writer.h"
+#include "engine_listener.h"
 
 #include <gtest/gtest.h>
 
@@ -25,37 +26,6 @@ namespace {
 using std::chrono::steady_clock;
 using namespace std::chrono_literals;
 using Kind = SpeechEvent::Kind;
-
-// A condition with a limit: wakes up with the engine and now and then.
-class Bell {
-public:
-    std::function<void()> Ringer()
-    {
-        return [this] {
-            ++rung_;
-            changed_.notify_all();
-        };
-    }
-
-    template <typename Condition> bool WaitFor(Condition condition, std::chrono::milliseconds limit = 20s)
-    {
-        std::unique_lock lock(mutex_);
-        const auto end = steady_clock::now() + limit;
-        while (!condition()) {
-            if (steady_clock::now() > end)
-                return false;
-            changed_.wait_for(lock, 2ms);
-        }
-        return true;
-    }
-
-    int Rung() const { return rung_; }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::atomic<int> rung_ = 0;
-};
 
 // A WAV file of one channel with 16 bits that is always at this level.
 std::vector<std::uint8_t> LevelWave(std::int16_t level, std::uint32_t count)
@@ -91,30 +61,7 @@ protected:
             events_.push_back(std::move(event));
     }
 
-    // All but the mouths, in a short form.
-    std::wstring Told() const
-    {
-        std::wstring told;
-        for (const SpeechEvent& event : events_) {
-            switch (event.kind) {
-            case Kind::BalloonWord:
-                told += event.text + L" ";
-                break;
-            case Kind::LineBreak:
-                told += L"/ ";
-                break;
-            case Kind::Bookmark:
-                told += L"#" + std::to_wstring(event.number) + L" ";
-                break;
-            case Kind::End:
-                told += L".";
-                break;
-            case Kind::Mouth:
-                break;
-            }
-        }
-        return told;
-    }
+    std::wstring Told() const { return ToldBy(events_); }
 
     Bell bell_;
     std::vector<SpeechEvent> events_;

@@ -1,9 +1,9 @@
-#include "agent/voices/espeak_engine.h"
+#include "agent/voices/linux/espeak_engine.h"
 
 #include "agent/acs/unicode.h"
 #include "agent/speech/phrase_timeline.h"
 #include "agent/speech/text_characters.h"
-#include "agent/voices/espeak_library.h"
+#include "agent/voices/linux/espeak_library.h"
 #include "agent/voices/phrase_markup.h"
 #include "agent/voices/system_voices.h"
 

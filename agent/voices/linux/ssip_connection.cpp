@@ -1,4 +1,4 @@
-#include "agent/voices/ssip_connection.h"
+#include "agent/voices/linux/ssip_connection.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -4,11 +4,11 @@
 // marks as they are heard, if the output module at work can. Messages of priority "message" wait for each
 // other; those of priority "text" would silence the one before. A voice is an output module and a name in it.
 
-#include "agent/voices/dispatcher_player.h"
+#include "agent/voices/linux/dispatcher_player.h"
 
 #include "agent/acs/unicode.h"
+#include "agent/voices/linux/ssip_connection.h"
 #include "agent/voices/phrase_markup.h"
-#include "agent/voices/ssip_connection.h"
 #include "agent/voices/system_voices.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "agent/voices/dispatcher_player.h"
-#include "agent/voices/espeak_engine.h"
+#include "agent/voices/linux/dispatcher_player.h"
+#include "agent/voices/linux/espeak_engine.h"
 #include "agent/voices/system_voices.h"
 
 namespace voxtrel::agent::voices {

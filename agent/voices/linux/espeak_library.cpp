@@ -1,4 +1,4 @@
-#include "agent/voices/espeak_library.h"
+#include "agent/voices/linux/espeak_library.h"
 
 #include <dlfcn.h>
 
