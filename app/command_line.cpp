@@ -40,7 +40,7 @@ auto Mode(RunMode mode)
     return [mode](CommandLine& line, const std::wstring&) { return SetMode(line, mode); };
 }
 
-auto ModeWithText(RunMode mode, std::wstring CommandLine::*field)
+auto ModeWithText(RunMode mode, std::wstring CommandLine::* field)
 {
     return [mode, field](CommandLine& line, const std::wstring& value) {
         line.*field = value;
@@ -48,7 +48,7 @@ auto ModeWithText(RunMode mode, std::wstring CommandLine::*field)
     };
 }
 
-auto Number(std::wstring_view name, std::optional<int> CommandLine::*field)
+auto Number(std::wstring_view name, std::optional<int> CommandLine::* field)
 {
     return [name, field](CommandLine& line, const std::wstring& value) -> std::wstring {
         line.*field = WholeNumber(value);
@@ -150,9 +150,8 @@ std::wstring CheckWhole(CommandLine& line)
     if (wav && line.wavPath.empty())
         return L"--wav takes the name of the file to write.";
     if (wav && line.file.empty() == line.text.empty())
-        return line.file.empty()
-                   ? L"--wav needs something to say: --speak TEXT, a file, or - for the standard input."
-                   : L"--wav takes either --speak TEXT or a file, not both.";
+        return line.file.empty() ? L"--wav needs something to say: --speak TEXT, a file, or - for the standard input."
+                                 : L"--wav takes either --speak TEXT or a file, not both.";
     if (!wav && line.mode != RunMode::ReadFile && !line.file.empty())
         return L"A file does not go with what else was asked for: \"" + line.file + L"\".";
     return {};

@@ -55,9 +55,8 @@ int RunHeadless(const CommandLine& commandLine, const std::wstring& programFolde
 
 bool LoadRequestedText(const CommandLine& commandLine, std::wstring& text)
 {
-    textreader::LoadedText loaded = commandLine.file == L"-"
-                                        ? textreader::DecodeText(platform::ReadStandardInput())
-                                        : textreader::LoadTextFile(commandLine.file);
+    textreader::LoadedText loaded = commandLine.file == L"-" ? textreader::DecodeText(platform::ReadStandardInput())
+                                                             : textreader::LoadTextFile(commandLine.file);
     if (!loaded.error.empty()) {
         platform::WriteError(loaded.error + L"\n");
         return false;

@@ -39,6 +39,12 @@ std::vector<ListedVoice> Those(const std::vector<ListedVoice>& voices, Matches m
     return found;
 }
 
+// The same voice is often to be had through more than one engine; the first one is the quickest.
+std::vector<ListedVoice> OfOneEngine(const std::vector<ListedVoice>& voices)
+{
+    return Those(voices, [&](const ListedVoice& voice) { return voice.engine == voices.front().engine; });
+}
+
 std::optional<std::size_t> Number(std::wstring_view text)
 {
     if (text.empty() || text.size() > 6 || text.find_first_not_of(L"0123456789") != std::wstring_view::npos)
@@ -72,10 +78,12 @@ std::vector<ListedVoice> VoicesMeantBy(std::wstring_view words, const std::vecto
     const auto named =
         Those(voices, [&](const ListedVoice& voice) { return SameName(WithoutEngine(voice), words); });
     if (!named.empty())
-        return named;
-    return Those(voices, [&](const ListedVoice& voice) {
-        return SameName(voice.language, words) || SameName(voice.engine, words);
-    });
+        return OfOneEngine(named);
+    const auto ofLanguage =
+        Those(voices, [&](const ListedVoice& voice) { return SameName(voice.language, words); });
+    if (!ofLanguage.empty())
+        return OfOneEngine(ofLanguage);
+    return Those(voices, [&](const ListedVoice& voice) { return SameName(voice.engine, words); });
 }
 
 bool ChooseVoices(std::wstring_view answer, const std::vector<ListedVoice>& voices,

@@ -19,7 +19,8 @@ struct ListedVoice {
 };
 
 // The voices that somebody may mean: by display name, display name without its engine, engine, language tag,
-// engine mode identifier, or "all"; case does not count.
+// engine mode identifier, or "all"; case does not count. Of engines that have the same voice or language the
+// first one is meant.
 std::vector<ListedVoice> VoicesMeantBy(std::wstring_view words, const std::vector<ListedVoice>& voices);
 
 // Which of the voices an answer such as "3, 7-9, German" chooses. False when a part of it means none of them;

@@ -62,6 +62,14 @@ TEST(ParseCommandLine, CharacterServerIsChosenBeforeAnythingIsLoaded)
               L"--character-server takes embedded or system, not \"other\".");
 }
 
+TEST(ParseCommandLine, AddVoicesTakesAnyNumberOfNames)
+{
+    EXPECT_TRUE(Parse({L"--add-voices"}).names.empty());
+    const CommandLine line = Parse({L"--add-voices", L"German, eSpeak NG", L"fr"});
+    EXPECT_EQ(line.mode, RunMode::AddVoices);
+    EXPECT_EQ(line.names, (std::vector<std::wstring>{L"German, eSpeak NG", L"fr"}));
+}
+
 TEST(ParseCommandLine, WavTakesVoiceAndProsody)
 {
     const CommandLine line = Parse({L"--wav", L"o.wav", L"--voice", L"Adult Male 2, US English", L"--pitch=200",
@@ -111,7 +119,7 @@ TEST(ParseCommandLine, WhatMakesNoSenseIsAnErrorThatNamesIt)
 TEST(HelpText, NamesEveryOption)
 {
     for (const wchar_t* option : {L"--speak", L"--read", L"--options", L"--quit", L"--execute", L"--wav", L"--voice",
-                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--list-characters",
+                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--add-voices", L"--list-characters",
                                   L"--trace", L"--version", L"--help"})
         EXPECT_NE(HelpText().find(option), std::wstring_view::npos);
 }
