@@ -58,9 +58,18 @@ auto Number(std::wstring_view name, std::optional<int> CommandLine::* field)
     };
 }
 
-const std::array<Option, 16>& Options()
+std::wstring ChooseCharacterServer(CommandLine& line, const std::wstring& value)
 {
-    static const std::array<Option, 16> options{{
+    if (value != L"embedded" && value != L"system")
+        return L"--character-server takes embedded or system, not \"" + value + L"\".";
+    line.characterServer =
+        value == L"system" ? agent::CharacterServer::System : agent::CharacterServer::Embedded;
+    return {};
+}
+
+const std::array<Option, 17>& Options()
+{
+    static const std::array<Option, 17> options{{
         {L"--speak", Takes::Value, ModeWithText(RunMode::Speak, &CommandLine::text)},
         {L"--read", Takes::Value, ModeWithText(RunMode::Read, &CommandLine::text)},
         {L"--execute", Takes::Value, ModeWithText(RunMode::Execute, &CommandLine::text)},
@@ -82,6 +91,7 @@ const std::array<Option, 16>& Options()
              line.traceFile = value;
              return std::wstring();
          }},
+        {L"--character-server", Takes::Value, ChooseCharacterServer},
         {L"--pitch", Takes::Value, Number(L"--pitch", &CommandLine::pitch)},
         {L"--speed", Takes::Value, Number(L"--speed", &CommandLine::speed)},
         {L"--volume", Takes::Value, Number(L"--volume", &CommandLine::volume)},
@@ -195,6 +205,10 @@ These go to the program that is already running; when none is, it is started
                              name they are listed and asked for
   voxtrel --list-characters  the characters that can be chosen
   voxtrel --trace FILE       write what happens to FILE, one JSON line an event
+  voxtrel --character-server embedded|system
+                             whose characters: Voxtrel's own, or those of the
+                             character control that some Windows systems have;
+                             without it, the system's where it is installed
   voxtrel --version          the version
   voxtrel --help             this text
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "agent/control_choice.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,6 +37,7 @@ struct CommandLine {
     std::optional<int> speed;         // words per minute
     std::optional<int> volume;        // 0..65535
     std::wstring traceFile;           // empty for no trace
+    agent::CharacterServer characterServer = agent::CharacterServer::WhatIsThere;
 };
 
 struct ParsedCommandLine {

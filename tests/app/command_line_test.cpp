@@ -52,6 +52,16 @@ TEST(ParseCommandLine, EachRequestSelectsItsMode)
     }
 }
 
+TEST(ParseCommandLine, CharacterServerIsChosenBeforeAnythingIsLoaded)
+{
+    EXPECT_EQ(Parse({}).characterServer, agent::CharacterServer::WhatIsThere);
+    EXPECT_EQ(Parse({L"--character-server", L"embedded"}).characterServer, agent::CharacterServer::Embedded);
+    EXPECT_EQ(Parse({L"--speak", L"x", L"--character-server=system"}).characterServer,
+              agent::CharacterServer::System);
+    EXPECT_EQ(ParseCommandLine({L"--character-server", L"other"}).error,
+              L"--character-server takes embedded or system, not \"other\".");
+}
+
 TEST(ParseCommandLine, AddVoicesTakesAnyNumberOfNames)
 {
     EXPECT_TRUE(Parse({L"--add-voices"}).names.empty());
