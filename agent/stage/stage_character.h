@@ -99,6 +99,7 @@ private:
     bool CanSpeakHere() const;
     void StartSpeaking(Time now);
     void TakeSpeech(Time now);
+    Time NextLookAtSpeech(Time now) const;
     void Silence(Time now);
     bool Speaking() const { return active_ && phase_ == Phase::Speaking; }
     void ShowMouth(acs::Mouth mouth);

@@ -85,6 +85,22 @@ TEST_F(EngineWithDevice, FiresEventsWhenTheirSampleHasBeenPlayedAndNotBefore)
     EXPECT_GE(played, 1600u);
 }
 
+TEST_F(EngineWithDevice, KnowsWhenTheNextEventWillBeHeardOnceItsSampleIsWithTheDevice)
+{
+    Make(true);
+    engine_->Start(L"\\pau=2000\\\\Mrk=1\\");
+    ASSERT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
+    EXPECT_FALSE(engine_->UntilNextEvent().has_value());
+    device_->Play(SamplesOf(1000));
+    EXPECT_FALSE(engine_->UntilNextEvent().has_value());
+    ASSERT_TRUE(bell_.WaitFor([&] {
+        device_->Play(SamplesOf(500));
+        return engine_->UntilNextEvent().has_value();
+    }));
+    EXPECT_GT(*engine_->UntilNextEvent(), 100ms);
+    EXPECT_LE(*engine_->UntilNextEvent(), 1000ms);
+}
+
 TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceDoesNotOpen)
 {
     Make(false);

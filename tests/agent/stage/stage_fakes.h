@@ -117,7 +117,7 @@ inline std::unique_ptr<CharacterView> FakeStageView::MakeCharacterView(std::wstr
     return std::make_unique<FakeCharacterView>(windows.back());
 }
 
-// Speaks one word each 100 ms of the test's clock. "#7" is a bookmark, "/" a line break, "~word" a word that
+// Speaks one word each 100 ms of the test's clock, unless told otherwise. "#7" is a bookmark, "/" a line break, "~word" a word that
 // the balloon does not show; all else is a word. The mouth is open in each word and closes at the end. A
 // sound lasts as many tenths of a second as it has bytes.
 class FakeSpeechEngine : public speech::SpeechEngine, public speech::SoundPlayer {
@@ -155,7 +155,7 @@ public:
                 events_.emplace_back(at, speech::SpeechEvent{Kind::Mouth, {}, 0, acs::Mouth::Open});
                 if (token[0] != L'~')
                     events_.emplace_back(at, speech::SpeechEvent{Kind::BalloonWord, token, 0, {}});
-                at += Time{100};
+                at += wordTime;
             }
         }
         events_.emplace_back(at, speech::SpeechEvent{Kind::End, {}, 0, {}});
@@ -181,6 +181,13 @@ public:
         return due;
     }
 
+    std::optional<std::chrono::nanoseconds> UntilNextEvent() const override
+    {
+        if (!tellsTheNextEvent || events_.empty())
+            return std::nullopt;
+        return events_.front().first - clock_.now;
+    }
+
     speech::SoundPlayer* Sounds() override { return this; }
     std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override
     {
@@ -192,6 +199,8 @@ public:
     void StopSounds() override { soundsEnd = std::min(soundsEnd, clock_.now); }
     bool SoundsPlaying() const { return clock_.now < soundsEnd; }
 
+    bool tellsTheNextEvent = false;
+    Time wordTime{100};
     std::vector<std::wstring> spoken;
     int stopped = 0;
     std::vector<int> soundsStarted; // told by their first bytes
