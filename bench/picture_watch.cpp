@@ -1,5 +1,6 @@
-// picture_watch NAME: prints "<ms> <hash>" each time that the picture in the window of this name has changed, until it
-// is ended. The milliseconds are those of the monotonic clock, of the moment when the new picture was seen.
+// picture_watch NAME: prints "<ms> <hash>" each time that the picture in the window of this name has changed,
+// until it is ended. The milliseconds are those of the monotonic clock, of the moment when the new picture
+// was seen.
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -49,7 +50,8 @@ Window FindNamed(Display* display, Window below, std::string_view name)
 std::uint64_t HashOf(const XImage& image)
 {
     std::uint64_t hash = 14695981039346656037U;
-    const std::size_t size = static_cast<std::size_t>(image.bytes_per_line) * static_cast<std::size_t>(image.height);
+    const std::size_t size =
+        static_cast<std::size_t>(image.bytes_per_line) * static_cast<std::size_t>(image.height);
     for (std::size_t i = 0; i + 8 <= size; i += 8) {
         std::uint64_t pixels = 0;
         std::memcpy(&pixels, image.data + i, 8);
