@@ -20,7 +20,7 @@ using agent::acs::LocalizedInfo;
 using agent::acs::State;
 using agent::acs::VoiceInfo;
 
-constexpr int kSmallestFrame = 16, kLargestFrame = 512; // pixels
+constexpr int kSmallestFrame = 16, kLargestFrame = 512, kMostDetail = 4;
 constexpr std::size_t kLongestName = 32, kLongestDescription = 256;
 constexpr std::uint16_t kEnglish = 0x0409;
 
@@ -231,9 +231,11 @@ private:
             const Point size = words.Pair("the size");
             const auto fits = [](double side) { return side >= kSmallestFrame && side <= kLargestFrame; };
             if (!fits(size.x) || !fits(size.y))
-                words.Fail("the frame is 16 to 512 pixels wide and high");
+                words.Fail("the frame is 16 to 512 units wide and high");
             source_.width = static_cast<int>(size.x);
             source_.height = static_cast<int>(size.y);
+        } else if (words.Accept("detail")) {
+            source_.detail = words.Integer("the pixels to a unit", 1, kMostDetail);
         } else if (words.Accept("drawing")) {
             source_.drawings.push_back(words.Any("the file of the drawing"));
         } else if (words.Accept("standardset")) {
