@@ -25,6 +25,7 @@ struct FakeWindows {
     bool alive = true;
     std::shared_ptr<const Picture> frame; // null while hidden
     Point at;
+    Size size;
     int framesShown = 0;
     std::optional<BalloonPicture> balloon; // nothing while hidden
     int balloonsShown = 0;
@@ -56,7 +57,8 @@ public:
             rect.x >= monitor.width || rect.y >= monitor.height || rect.Right() <= 0 || rect.Bottom() <= 0;
         return outside ? std::nullopt : std::optional<Rect>({0, 0, monitor.width, monitor.height - 40});
     }
-    double PixelScale() const override { return 1; }
+    double PixelScale() const override { return pixelScale; }
+    int PictureDetail() const override { return pictureDetail; }
 
     // Ticks as the real timer would until the moment has come.
     void RunUntil(Time end)
@@ -77,6 +79,8 @@ public:
     Ticker* ticker = nullptr;
     Time wakeAt = kNever; // what the timer is set to
     int ticks = 0;
+    double pixelScale = 1;
+    int pictureDetail = 1;
     std::vector<std::shared_ptr<FakeWindows>> windows; // one for each character ever loaded
 };
 
@@ -89,10 +93,11 @@ public:
         windows_->frame = nullptr;
         windows_->balloon.reset();
     }
-    void ShowFrame(std::shared_ptr<const Picture> picture, Point topLeft) override
+    void ShowFrame(std::shared_ptr<const Picture> picture, const Rect& place) override
     {
         windows_->frame = std::move(picture);
-        windows_->at = topLeft;
+        windows_->at = {place.x, place.y};
+        windows_->size = {place.width, place.height};
         ++windows_->framesShown;
     }
     void MoveFrame(Point topLeft) override { windows_->at = topLeft; }
