@@ -11,6 +11,7 @@
 #include <tlhelp32.h>
 
 #include <cstdio>
+#include <utility>
 
 namespace voxtrel::platform {
 namespace {
@@ -51,12 +52,10 @@ public:
         const HWND window = WindowFromPoint({point.x, point.y});
         if (!window || window == GetDesktopWindow() || IsOurCharacter(window))
             return AccessibleObject{};
-        // None of the queries knows a deadline: a window that does not answer a message is not asked.
-        DWORD_PTR result = 0;
-        SetLastError(ERROR_SUCCESS);
-        if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, static_cast<UINT>(deadline.count()),
-                                &result) == 0 &&
-            GetLastError() == ERROR_TIMEOUT)
+        // Neither of the queries knows a deadline: a window that does not answer a message is not asked.
+        ControlQuestions questions(deadline);
+        questions.Ask(window, WM_NULL);
+        if (questions.Unanswered())
             return std::nullopt;
         if (auto object = uia_.ObjectAt(point))
             return object;
@@ -64,12 +63,17 @@ public:
         MsaaAnswer answer = MsaaObjectAt(point, framed);
         if (answer.deepest && answer.kindKnown)
             return std::move(answer.object);
-        auto control = StandardControlAt(framed ? framed : window, point);
+        auto control = StandardControlAt(questions, framed ? framed : window, point);
+        if (questions.Unanswered())
+            return std::nullopt;
         if (!control)
             return std::move(answer.object);
         // The name that its program has given it is better than its caption.
         if (answer.deepest && !control->isItem)
             control->object.name = std::move(answer.object.name);
+        // What has neither name nor label is named by what it holds.
+        if (control->object.name.empty())
+            control->object.name = std::exchange(control->object.value, {});
         return control->object.name.empty() ? std::move(answer.object) : std::move(control->object);
     }
 
