@@ -14,14 +14,9 @@ constexpr int kLongestClassName = 256;
 
 } // namespace
 
-ControlQuestions::ControlQuestions(std::chrono::milliseconds deadline)
-    : end_(std::chrono::steady_clock::now() + deadline)
-{
-}
-
 LRESULT ControlQuestions::Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - std::chrono::steady_clock::now());
+    const std::chrono::milliseconds left = deadline_.Left();
     if (unanswered_ || left.count() <= 0) {
         unanswered_ = true;
         return 0;

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/windows/accessible_answer.h"
 #include "platform/windows/windows_headers.h"
 
-#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace voxtrel::platform {
 
@@ -14,7 +15,7 @@ namespace voxtrel::platform {
 // deadline. Once it is over, or a window has not answered, nobody is asked any more.
 class ControlQuestions {
 public:
-    explicit ControlQuestions(std::chrono::milliseconds deadline);
+    explicit ControlQuestions(const Deadline& deadline) : deadline_(deadline) {}
 
     // 0 also when the window does not answer.
     LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
@@ -68,7 +69,7 @@ private:
 
     bool Exchange(HWND window, UINT message, WPARAM wParam, Bytes record, LRESULT& result, Text text = {});
 
-    std::chrono::steady_clock::time_point end_;
+    Deadline deadline_;
     bool unanswered_ = false;
 };
 
