@@ -8,6 +8,7 @@
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
 #include "app/program_rooms.h"
+#include "app/traced_server_process.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/server_process.h"
@@ -79,8 +80,8 @@ settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
-          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
-          access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess(), trace),
+          access(server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
           rooms({store, shared, strings, folder, *desktop, messages, access, trace},
                 {.DoEvents = [this] { frame->DoEvents(); },
                  .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
@@ -107,11 +108,11 @@ struct VoxtrelApp::House {
     settings::SettingsStore store;
     settings::SharedSettings shared;
     std::unique_ptr<platform::Desktop> desktop;
-    std::unique_ptr<platform::ServerProcess> server;
+    Trace trace;
+    TracedServerProcess server;
     screenreading::AccessibilityControl access;
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
-    Trace trace;
     ProgramRooms rooms;
     std::unique_ptr<agent::Control> agent1;
     std::unique_ptr<Main> main;

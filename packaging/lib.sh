@@ -70,7 +70,8 @@ native_packages=(
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils x11-xserver-utils imagemagick sox)
 # Other programs that a person reads from: the tests that drive the real program need them.
 scenario_packages=(
-  python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad xserver-xephyr weston trayer
+  python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad zenity chromium xserver-xephyr weston
+  trayer
 )
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program

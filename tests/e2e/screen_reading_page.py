@@ -5,7 +5,7 @@ import time
 import harness
 from accessible import Window
 from harness import wait_for
-from read_screen import ScreenReading
+from screen_scenario import ScreenReading
 
 TITLE = "Speech Options"
 PAGE = "Screen Reading"
@@ -57,8 +57,10 @@ class Page(ScreenReading):
         self.xdotool("key", "space")
         wait_for(lambda: self.stored('"usescreenreading" = "False"'), "the setting")
         self.move_to(objects[1]["x"], objects[1]["y"])
-        time.sleep(1)
+        said = self.server_lines(program)
+        self.wait_for_ticks(program, "still here")
         self.assertEqual(len(program.events("object")), 1)
+        self.assertEqual(self.server_lines(program), said)
         self.assertEqual(self.server_processes(program), [server], "the server waits for the next time")
 
     def test_roles_are_silenced_by_keyboard(self):
