@@ -23,6 +23,8 @@ KINDS = {"button": "push button", "label": "static text", "check box": "check bu
          "toggle button": "check button", "password text": "text"} if WINDOWS else {
              "button": "push button", "list item": "table cell"}
 
+REGISTRY = r"HKEY_CURRENT_USER\Software\Voxtrel Settings\Orvella"
+
 # The server's line for a place where nothing speaks, or a program that does not answer.
 NOTHING = "object\t\t\t\t-"
 
@@ -51,11 +53,20 @@ class ScreenReading(Scenario):
         with open(self.home.settings_file, "w", encoding="utf-8") as file:
             file.write("\n".join([*lines, "end", ""]))
 
+    def choice(self, role):
+        """What the role table says of the role now."""
+        if not WINDOWS:
+            found = re.search(f'"{role}" = "(.*)"', self.home.settings())
+            return found and found[1]
+        told = subprocess.run(wine("reg", "query", REGISTRY + r"\ScreenReadingRoles", "/v", role), stdout=subprocess.PIPE,
+                              stdin=subprocess.DEVNULL, timeout=harness.PATIENCE).stdout.decode()
+        found = re.search(r"REG_SZ\s+(.*?)\s*$", told)
+        return found and found[1]
+
     def write_registry(self, sections):
-        root = r"HKEY_CURRENT_USER\Software\Voxtrel Settings\Orvella"
-        lines = ["REGEDIT4", "", f"[-{root}]", ""]
+        lines = ["REGEDIT4", "", f"[-{REGISTRY}]", ""]
         for name, values in sections.items():
-            lines += [f"[{root}\\{name}]", *(value.replace('" = "', '"="') for value in values), ""]
+            lines += [f"[{REGISTRY}\\{name}]", *(value.replace('" = "', '"="') for value in values), ""]
         path = self.home.path("settings.reg")
         with open(path, "w", encoding="ascii", newline="\r\n") as file:
             file.write("\n".join(lines))
