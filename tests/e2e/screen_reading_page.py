@@ -1,7 +1,5 @@
 """The options' page for screen reading, by keyboard and through AT-SPI, while the pointer is over another program."""
 
-import time
-
 import harness
 from accessible import Window
 from harness import wait_for
@@ -34,8 +32,9 @@ class Page(ScreenReading):
         for _ in range(40):
             if done():
                 return
+            before = self.options.focused()
             self.xdotool("key", key)
-            time.sleep(0.1)
+            wait_for(lambda before=before: done() or self.options.focused() != before, "the focus to move")
         self.fail(f"{key} never led to {what}; the focus is on {self.options.focused_name()!r}")
 
     def stored(self, line):
