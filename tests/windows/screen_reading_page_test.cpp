@@ -155,6 +155,54 @@ TEST_F(ScreenReadingPageTest, TheKeyboardSelectsAndTicks)
     EXPECT_EQ(Choice(L"push button "), L"name,value,");
 }
 
+TEST_F(ScreenReadingPageTest, TabReachesEveryControlInItsOrder)
+{
+    shared.usescreenreading = true;
+    Open();
+    Get<wxCheckBox>("Check_usescreenreading").SetFocus();
+    ASSERT_TRUE(Until([this] { return Get<wxCheckBox>("Check_usescreenreading").HasFocus(); }));
+    wxUIActionSimulator keys;
+    for (const char* name :
+         {"roleslist", "Check_name", "Check_value", "cmdDetails", "Check_usescreenreading"}) {
+        const wxWindow* const before = wxWindow::FindFocus();
+        keys.Char(WXK_TAB);
+        ASSERT_TRUE(Until([&] { return wxWindow::FindFocus() && wxWindow::FindFocus() != before; })) << name;
+        EXPECT_EQ(wxWindow::FindFocus()->GetName(), name);
+    }
+}
+
+TEST_F(ScreenReadingPageTest, AltAndALetterTickTheChoices)
+{
+    Open();
+    Get<wxCheckBox>("Check_usescreenreading").SetFocus();
+    ASSERT_TRUE(Until([this] { return Get<wxCheckBox>("Check_usescreenreading").HasFocus(); }));
+    wxUIActionSimulator keys;
+    keys.Char('B', wxMOD_ALT);
+    ASSERT_TRUE(Until([this] { return Choice(L"push button ") == L"value,"; }));
+    keys.Char('E', wxMOD_ALT);
+    EXPECT_TRUE(Until([this] { return Choice(L"push button ") == L"false"; }));
+}
+
+TEST_F(ScreenReadingPageTest, TheMouseTicksARoleAndSelectsAnother)
+{
+    Open();
+    int y = 0;
+    ASSERT_TRUE(Until([&] { return List().HitTest(60, ++y) == 1; })) << "the upper edge of the second role";
+    const auto clickAt = [&](int x) {
+        wxUIActionSimulator mouse;
+        mouse.MouseMove(List().ClientToScreen(wxPoint(x, y + List().GetCharHeight() / 2)));
+        mouse.MouseClick();
+    };
+    clickAt(8); // its box
+    ASSERT_TRUE(Until([this] { return Choice(L"link ") == L"name"; }));
+    EXPECT_TRUE(List().IsChecked(1));
+    clickAt(60); // its text
+    ASSERT_TRUE(Until([this] { return List().GetSelection() == 1; }));
+    EXPECT_TRUE(List().IsChecked(1));
+    EXPECT_TRUE(Get<wxCheckBox>("Check_name").IsChecked());
+    EXPECT_FALSE(Get<wxCheckBox>("Check_value").IsChecked());
+}
+
 TEST_F(ScreenReadingPageTest, BoxesStoreAtOnceForTheSelectedRole)
 {
     Open();
