@@ -8,6 +8,23 @@
 
 namespace voxtrel::agent::view {
 
+namespace {
+
+// Where the window has no such outline beneath the toolkit (Wayland).
+void SetOutlineInPixels(wxTopLevelWindow& window, const wxRegion& outline)
+{
+    const int dots = DotsToAPixel();
+    wxRegion pixels;
+    for (wxRegionIterator i(outline); i; ++i) {
+        const wxPoint first(i.GetX() / dots, i.GetY() / dots);
+        const wxPoint last((i.GetX() + i.GetW() - 1) / dots, (i.GetY() + i.GetH() - 1) / dots);
+        pixels.Union(wxRect(first, last));
+    }
+    window.SetShape(pixels);
+}
+
+} // namespace
+
 void KeepOutOfFocus(wxTopLevelWindow& window)
 {
     GtkWidget* widget = window.GetHandle();
@@ -25,6 +42,10 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)
 {
     GdkWindow* native = gtk_widget_get_window(window.GetHandle());
+    if (!GDK_IS_X11_WINDOW(native)) {
+        SetOutlineInPixels(window, outline);
+        return;
+    }
     std::vector<XRectangle> rectangles;
     for (wxRegionIterator i(outline); i; ++i)
         rectangles.push_back({static_cast<short>(i.GetX()), static_cast<short>(i.GetY()),
