@@ -125,6 +125,11 @@ private:
 
 int Render(const std::wstring& markup, const std::wstring& mode, const std::wstring& wavPath, bool isLong)
 {
+    const auto systemVoices = MakeSystemVoices();
+    if (const agent::Result can = agent::speech::CanRenderToWav(mode, {}, systemVoices.get()); !can.Ok()) {
+        platform::WriteError(can.description + L"\n"); // a file that exists stays as it is
+        return kExitFailure;
+    }
     std::ofstream file;
     const bool toOutput = wavPath == L"-";
     if (!toOutput) {
@@ -137,7 +142,7 @@ int Render(const std::wstring& markup, const std::wstring& mode, const std::wstr
     Progress progress(isLong);
     const agent::Result rendered = agent::speech::RenderToWav(
         markup, mode, toOutput ? platform::BinaryOutput() : file, [&progress](double done) { return progress(done); },
-        {}, MakeSystemVoices().get());
+        {}, systemVoices.get());
     if (!rendered.Ok()) {
         platform::WriteError(L"\"" + wavPath + L"\": " + rendered.description + L"\n");
         return kExitFailure;
