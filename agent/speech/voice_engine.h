@@ -97,7 +97,7 @@ struct PlayerEvent {
 };
 
 // An engine that plays what it says by itself. Used on one worker thread; no call takes longer than its limit
-// or, where it has none, than a few hundred milliseconds, whatever state the engine is in.
+// or, where it has none, than a second, whatever state the engine is in.
 class VoicePlayer {
 public:
     virtual ~VoicePlayer() = default;

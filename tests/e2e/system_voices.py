@@ -158,6 +158,13 @@ class Speaking(SystemVoices):
         self.assertGreater(likeness(envelope(*read_wave(path)), self.say_with_espeak("de")), 0.9)
 
 
+    def test_voice_option_takes_a_voice_that_is_not_in_the_list(self):
+        path = self.home.path("out.wav")
+        code, _, errors = self.call("--wav", path, "--voice", "German", "--speak", SENTENCE)
+        self.assertEqual(code, 0, errors)
+        self.assertGreater(likeness(envelope(*read_wave(path)), self.say_with_espeak("de")), 0.9)
+
+
 class Gone(SystemVoices):
     """The voice of the settings is not there any more."""
 

@@ -27,7 +27,7 @@ using namespace speech;
 using namespace std::chrono_literals;
 
 constexpr std::string_view kFamily = "Speech Dispatcher";
-constexpr auto kAnswersWithin = 500ms;
+constexpr auto kAnswersWithin = 1000ms;
 constexpr auto kListsWithin = 3s; // one module
 constexpr auto kStartsWithin = 4s;
 constexpr std::string_view kVariantSign = "+"; // eSpeak NG offers each of its voices in a hundred tones
