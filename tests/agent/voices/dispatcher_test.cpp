@@ -107,6 +107,22 @@ TEST_F(Dispatcher, BookmarksAndWordsComeWithTheirSound)
         EXPECT_GT(times[kApart[i]], times[kApart[i - 1]] + 0.05) << i;
 }
 
+TEST_F(Dispatcher, StoppedUtteranceLeavesNothingBehindForTheNext)
+{
+    const auto engine = Make(L"espeak-ng:German");
+    for (const wchar_t* told : {L"#1 ", L"#1 Die #2 Stra\u00DFe #3 ", L"#1 Die "}) {
+        Begin(*engine, kGerman);
+        ASSERT_TRUE(RunUntil(*engine, told));
+        engine->Stop();
+        events.clear();
+    }
+    times.clear();
+    Begin(*engine, L"\\mrk=11\\Eine \\mrk=12\\andere \\mrk=13\\lange \\mrk=14\\Zeile.");
+    ASSERT_TRUE(RunUntil(*engine, L"#11 Eine #12 andere #13 lange #14 Zeile. ."));
+    EXPECT_EQ(ToldBy(events), L"#11 Eine #12 andere #13 lange #14 Zeile. .");
+    EXPECT_GT(times[6], times[2] + 0.2) << "no mark of the other utterance counts";
+}
+
 TEST_F(Dispatcher, ModuleWithoutMarksIsFollowedByGuess)
 {
     const auto voices = catalogue->All(15s);
