@@ -151,6 +151,12 @@ int ListVoices()
     return 0;
 }
 
+std::wstring ModeOfInstalledVoice(std::wstring_view name)
+{
+    const std::vector<ListedVoice> meant = VoicesMeantBy(name, Voices().OfSystem());
+    return meant.empty() ? std::wstring() : meant.front().modeId;
+}
+
 int AddVoices(const CommandLine& commandLine)
 {
     Voices voices;

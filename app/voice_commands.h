@@ -4,6 +4,8 @@
 #include "app/command_line.h"
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace voxtrel::app {
 
@@ -16,5 +18,9 @@ int ListVoices();
 // voxtrel --add-voices: puts voices of the system into the list of the options dialog. Without names they are
 // asked for at the terminal, where there is one. Returns the exit code.
 int AddVoices(const CommandLine& commandLine);
+
+// The engine mode identifier of a voice of the system that is not in the list of the options; empty when there is none
+// that can be called so.
+std::wstring ModeOfInstalledVoice(std::wstring_view name);
 
 } // namespace voxtrel::app

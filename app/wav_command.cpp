@@ -64,7 +64,9 @@ public:
         shared_.Volume = Clamp<std::int32_t>(line.volume, shared_.Volume);
         if (!line.voice)
             return true;
-        const std::wstring mode = store_.GetSetting(settings::kVoicesSection, *line.voice);
+        std::wstring mode = store_.GetSetting(settings::kVoicesSection, *line.voice);
+        if (mode.empty())
+            mode = ModeOfInstalledVoice(*line.voice);
         if (mode.empty()) {
             platform::WriteError(L"There is no voice \"" + *line.voice + L"\"; --list-voices names them.\n");
             return false;
@@ -125,6 +127,11 @@ private:
 
 int Render(const std::wstring& markup, const std::wstring& mode, const std::wstring& wavPath, bool isLong)
 {
+    const auto systemVoices = MakeSystemVoices();
+    if (const agent::Result can = agent::speech::CanRenderToWav(mode, {}, systemVoices.get()); !can.Ok()) {
+        platform::WriteError(can.description + L" --voice takes another.\n"); // a file that exists stays as it is
+        return kExitFailure;
+    }
     std::ofstream file;
     const bool toOutput = wavPath == L"-";
     if (!toOutput) {
@@ -137,7 +144,7 @@ int Render(const std::wstring& markup, const std::wstring& mode, const std::wstr
     Progress progress(isLong);
     const agent::Result rendered = agent::speech::RenderToWav(
         markup, mode, toOutput ? platform::BinaryOutput() : file, [&progress](double done) { return progress(done); },
-        {}, MakeSystemVoices().get());
+        {}, systemVoices.get());
     if (!rendered.Ok()) {
         platform::WriteError(L"\"" + wavPath + L"\": " + rendered.description + L"\n");
         return kExitFailure;

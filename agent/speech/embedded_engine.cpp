@@ -233,20 +233,24 @@ void EmbeddedEngine::Render(ClauseCutter clauses, const Job& job, const Voice& v
 bool EmbeddedEngine::Play(ClauseCutter& clauses, const Job& job, const Voice& voice)
 {
     std::unique_ptr<VoicePlayer>& player = players_[voice.family];
-    if (!player)
-        player = voice.family->makePlayer();
-    if (!player)
-        return false;
-    playsElsewhere_ = true;
-    ImmediateSink sink(playback_, job.utterance);
-    PlayedUtterance utterance(std::move(clauses), voice, *player, sink);
-    const bool played = utterance.Run() != PlayedUtterance::Outcome::Broken;
-    playsElsewhere_ = false;
-    if (!played) {
+    // One that has rested since the last utterance may have lost its engine meanwhile.
+    for (bool again = player != nullptr;; again = false) {
+        if (!player)
+            player = voice.family->makePlayer();
+        if (!player)
+            return false;
+        playsElsewhere_ = true;
+        ImmediateSink sink(playback_, job.utterance);
+        PlayedUtterance utterance(std::move(clauses), voice, *player, sink);
+        const bool played = utterance.Run() != PlayedUtterance::Outcome::Broken;
+        playsElsewhere_ = false;
+        if (played)
+            return true;
         clauses = utterance.TakeRest();
         player.reset();
+        if (!again)
+            return false;
     }
-    return played;
 }
 
 // The output is opened before it is needed, but looking for devices loads half the system's sound software:

@@ -52,6 +52,10 @@ struct SpeechEngineOptions {
 // Never fails: without a sound device the engine is silent.
 std::unique_ptr<SpeechEngine> MakeSpeechEngine(SpeechEngineOptions options = {});
 
+// Whether RenderToWav can speak with this voice. Waits for slow engines, some seconds at most.
+Result CanRenderToWav(std::wstring_view modeId, const SpeechMessages& messages = {},
+                      VoiceCatalogue* systemVoices = nullptr);
+
 // Speaks the markup into a WAV stream as fast as the machine can. progress is told from time to time how much
 // is done, 0..1, and stops the work by returning false; may be empty. A stopped stream is a valid, shorter
 // one.

@@ -97,7 +97,7 @@ struct PlayerEvent {
 };
 
 // An engine that plays what it says by itself. Used on one worker thread; no call takes longer than its limit
-// or, where it has none, than a few hundred milliseconds, whatever state the engine is in.
+// or, where it has none, than a second, whatever state the engine is in.
 class VoicePlayer {
 public:
     virtual ~VoicePlayer() = default;
@@ -107,7 +107,8 @@ public:
     virtual bool Queue(std::uint32_t number, const SystemVoice& voice, const Phrase& phrase) = 0;
     virtual PlayerEvent Wait(std::chrono::milliseconds limit) = 0;
 
-    // Silences at once and forgets what was queued. Events of it may still come.
+    // Silences at once and forgets what was queued: no events of it come any more, and its numbers can be
+    // given again.
     virtual void Cancel() = 0;
 };
 

@@ -29,19 +29,32 @@ private:
     bool good_ = true;
 };
 
+const Voice* Find(std::wstring_view modeId, VoiceCatalogue* systemVoices)
+{
+    if (modeId.empty())
+        return &AllVoices().front();
+    return systemVoices ? systemVoices->Find(modeId, kEnginesAnswerWithin) : FindVoice(modeId);
+}
+
 } // namespace
+
+Result CanRenderToWav(std::wstring_view modeId, const SpeechMessages& messages, VoiceCatalogue* systemVoices)
+{
+    const Voice* voice = Find(modeId, systemVoices);
+    if (!voice || IsUnchecked(*voice))
+        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voiceNotAvailable);
+    if (voice->system && !voice->family->makeEngine)
+        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voicePlaysOnly);
+    return Result::Success();
+}
 
 Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostream& out,
                    const std::function<bool(double)>& progress, const SpeechMessages& messages,
                    VoiceCatalogue* systemVoices)
 {
-    const Voice* voice = modeId.empty() ? &AllVoices().front()
-                         : systemVoices ? systemVoices->Find(modeId, kEnginesAnswerWithin)
-                                        : FindVoice(modeId);
-    if (!voice || IsUnchecked(*voice))
-        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voiceNotAvailable);
-    if (voice->system && !voice->family->makeEngine)
-        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voicePlaysOnly);
+    if (Result can = CanRenderToWav(modeId, messages, systemVoices); !can.Ok())
+        return can;
+    const Voice* voice = Find(modeId, systemVoices);
     EngineSynthesizer synthesizer(std::make_unique<FliteSynthesizer>());
     WavSink sink(out);
     UtteranceRenderer renderer(markup, *voice, synthesizer, sink);

@@ -158,6 +158,13 @@ class Speaking(SystemVoices):
         self.assertGreater(likeness(envelope(*read_wave(path)), self.say_with_espeak("de")), 0.9)
 
 
+    def test_voice_option_takes_a_voice_that_is_not_in_the_list(self):
+        path = self.home.path("out.wav")
+        code, _, errors = self.call("--wav", path, "--voice", "German", "--speak", SENTENCE)
+        self.assertEqual(code, 0, errors)
+        self.assertGreater(likeness(envelope(*read_wave(path)), self.say_with_espeak("de")), 0.9)
+
+
 class Gone(SystemVoices):
     """The voice of the settings is not there any more."""
 
@@ -189,6 +196,57 @@ class Gone(SystemVoices):
     def test_unknown_voice_of_a_known_engine_is_told(self):
         self.write_settings("Ghost", ("Ghost", GERMAN_ID[:-2] + "1}"))
         self.expect_message_and_the_rest_of_the_settings(self.start())
+
+
+class SpeechService(SystemVoices):
+    """With a service of the scenario's own, which plays into a sound server that nobody hears."""
+
+    VOICE = "German, Speech Dispatcher espeak-ng"
+
+    def setUp(self):
+        super().setUp()
+        self.sound = self.serve("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                                "--load=module-null-sink sink_name=nowhere", "--load=module-native-protocol-unix",
+                                socket="pulse/native")
+        self.service = self.serve("speech-dispatcher", "--run-single", "--timeout", "0", "--log-dir", self.home.folder,
+                                  socket="speech-dispatcher/speechd.sock")
+        code, _, errors = self.call("--add-voices", self.VOICE)
+        self.assertEqual(code, 0, errors)
+        self.write_settings(self.VOICE, *self.voices())
+
+    def serve(self, *command, socket):
+        server = subprocess.Popen(command, env=self.home.environment(self.display.environment),
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        wait_for(lambda: os.path.exists(os.path.join(self.home.runtime, socket)), command[0])
+        return server
+
+    def test_words_are_shown_as_the_service_says_them(self):
+        program = self.start_and_wait("--speak", SENTENCE)
+        program.wait_event("request-complete", lambda event: event["text"].startswith("Speak"))
+        words = program.events("word")
+        self.assertEqual([event["text"] for event in words], SENTENCE.split())
+        self.assertGreater(words[-1]["t"] - words[0]["t"], 1000)
+        self.assertGreater(len(program.events("mouth")), 10)
+        self.assertFalse(os.path.exists(program.recording) and sound_level(program.recording)[0] > 0,
+                         "the service plays it, not the program")
+
+    def test_built_in_voice_goes_on_when_the_service_is_killed(self):
+        program = self.start_and_wait("--speak", SENTENCE + " Und noch ein Satz.")
+        program.wait_event("word", lambda event: event["text"] == "München")
+        self.service.kill()
+        program.wait_event("request-complete", lambda event: event["text"].startswith("Speak"))
+        self.assertEqual([event["text"] for event in program.events("word")],
+                         (SENTENCE + " Und noch ein Satz.").split())
+        wait_for(lambda: sound_level(program.recording)[0] > 0.05, "the sound of the built-in voice")
+
+    def test_sound_file_is_refused_in_words(self):
+        path = self.home.path("out.wav")
+        code, _, errors = self.call("--wav", path, "--speak", SENTENCE)
+        self.assertEqual(code, 1)
+        self.assertIn("plays this voice by itself", errors)
+        self.assertFalse(os.path.exists(path))
 
 
 if __name__ == "__main__":

@@ -1,6 +1,6 @@
 // Speech Dispatcher as a VoicePlayer.
 //
-// Each phrase is one message of SSML with a mark before each word, named "phrase:word"; the service reports
+// Each phrase is one message of SSML with a mark before each word, named by its index; the service reports
 // marks as they are heard, if the output module at work can. Messages of priority "message" wait for each
 // other; those of priority "text" would silence the one before. A voice is an output module and a name in it.
 
@@ -27,10 +27,12 @@ using namespace speech;
 using namespace std::chrono_literals;
 
 constexpr std::string_view kFamily = "Speech Dispatcher";
-constexpr auto kAnswersWithin = 500ms;
+constexpr auto kAnswersWithin = 1000ms;
 constexpr auto kListsWithin = 3s; // one module
 constexpr auto kStartsWithin = 4s;
 constexpr std::string_view kVariantSign = "+"; // eSpeak NG offers each of its voices in a hundred tones
+
+constexpr std::string_view kMarkPrefix = "word:";
 
 // Events of the service.
 constexpr int kIndexMark = 700, kBegin = 701, kEnd = 702, kCanceled = 703;
@@ -109,7 +111,7 @@ public:
         const auto ready = service_->Ask("SPEAK", kAnswersWithin);
         if (!ready || !ready->Done())
             return false;
-        const PhraseMarkup markup = MarkedMarkup(phrase, std::to_string(number) + ':');
+        const PhraseMarkup markup = MarkedMarkup(phrase, kMarkPrefix);
         const auto queued = service_->Ask(markup.text + "\r\n.", kAnswersWithin);
         if (!queued || !queued->Done() || queued->lines.empty())
             return false;
@@ -196,20 +198,19 @@ private:
                SetOnce("VOLUME", onScale(volume)) && (ranged || SetOnce("PITCH_RANGE", flat ? "-100" : "0"));
     }
 
-    // Lines of an event: message, client, and for a mark its name.
+    // Lines of an event: message, client, and for a mark its name. What is told of messages that have been
+    // cancelled means nothing any more.
     PlayerEvent Understand(const SsipMessage& message)
     {
-        if (message.lines.size() < 2)
-            return {};
-        if (message.code == kIndexMark && message.lines.size() >= 4)
-            return UnderstandMark(message.lines[2]);
-        const auto known = numbers_.find(message.lines[0]);
+        const auto known = message.lines.size() < 2 ? numbers_.end() : numbers_.find(message.lines[0]);
         if (known == numbers_.end())
             return {};
         const std::uint32_t number = known->second;
         switch (message.code) {
         case kBegin:
             return {.kind = PlayerEvent::Kind::Begin, .phrase = number};
+        case kIndexMark:
+            return message.lines.size() < 4 ? PlayerEvent() : UnderstandMark(number, message.lines[2]);
         case kEnd:
         case kCanceled: // by another program that had something more urgent to say
             numbers_.erase(known);
@@ -219,15 +220,14 @@ private:
         }
     }
 
-    static PlayerEvent UnderstandMark(std::string_view name)
+    static PlayerEvent UnderstandMark(std::uint32_t phrase, std::string_view name)
     {
-        PlayerEvent event{.kind = PlayerEvent::Kind::Word};
-        const char* const end = name.data() + name.size();
-        const auto [colon, error] = std::from_chars(name.data(), end, event.phrase);
-        if (error != std::errc() || colon == end || *colon != ':' ||
-            std::from_chars(colon + 1, end, event.word).ec != std::errc())
-            return {};
-        return event;
+        PlayerEvent event{.kind = PlayerEvent::Kind::Word, .phrase = phrase};
+        if (!name.starts_with(kMarkPrefix))
+            return {}; // the service has marks of its own
+        name.remove_prefix(kMarkPrefix.size());
+        const auto read = std::from_chars(name.data(), name.data() + name.size(), event.word);
+        return read.ec == std::errc() ? event : PlayerEvent();
     }
 
     std::unique_ptr<SsipConnection> service_;

@@ -42,9 +42,13 @@ std::string SocketPath()
 // Waits until the socket can be read or written.
 bool Ready(int socket, short what, steady_clock::time_point until)
 {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - steady_clock::now()).count();
     pollfd watched{.fd = socket, .events = what, .revents = 0};
-    return poll(&watched, 1, static_cast<int>(std::max<std::int64_t>(left, 0))) > 0;
+    int ready = 0;
+    do {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - steady_clock::now()).count();
+        ready = poll(&watched, 1, static_cast<int>(std::max<std::int64_t>(left, 0)));
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0;
 }
 
 } // namespace

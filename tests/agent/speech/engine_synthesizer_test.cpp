@@ -209,12 +209,14 @@ class ScriptedEngineAtWork : public testing::Test {
 protected:
     ~ScriptedEngineAtWork() override { script->Release(); }
 
-    std::unique_ptr<SpeechEngine> Make()
+    std::unique_ptr<SpeechEngine> Make() { return Make(ScriptedFamily(script)); }
+
+    std::unique_ptr<SpeechEngine> Make(VoiceFamily family)
     {
         SpeechEngineOptions options;
         options.output = SpeechEngineOptions::Output::Silent;
         options.wake = bell.Ringer();
-        options.systemVoices = std::make_shared<VoiceCatalogue>(std::vector{ScriptedFamily(script)});
+        options.systemVoices = std::make_shared<VoiceCatalogue>(std::vector{std::move(family)});
         return MakeSpeechEngine(std::move(options));
     }
 
@@ -231,6 +233,32 @@ protected:
     Bell bell;
     std::vector<SpeechEvent> events;
 };
+
+TEST_F(ScriptedEngineAtWork, EngineThatIsSlowToListItsVoicesIsTrustedAndWaitedForBesideTheCaller)
+{
+    const auto engine = Make(SlowlyListedFamily(script));
+    const auto before = steady_clock::now();
+    ASSERT_TRUE(engine->SetMode(ScriptedVoice()).Ok());
+    engine->Start(kFiveMarks);
+    EXPECT_LT(steady_clock::now() - before, 1500ms);
+    EXPECT_TRUE(engine->TakeDueEvents().empty());
+    script->Release();
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(ToldBy(events), kFiveMarksTold);
+    EXPECT_EQ(script->Said().size(), 1U);
+}
+
+TEST_F(ScriptedEngineAtWork, BuiltInVoiceSpeaksWhenTheTrustedVoiceIsNotThere)
+{
+    script->keys.clear();
+    const auto engine = Make(SlowlyListedFamily(script));
+    ASSERT_TRUE(engine->SetMode(ScriptedVoice()).Ok());
+    engine->Start(kFiveMarks);
+    script->Release();
+    ASSERT_TRUE(RunToEnd(*engine));
+    EXPECT_EQ(ToldBy(events), kFiveMarksTold);
+    EXPECT_TRUE(script->Said().empty());
+}
 
 TEST_F(ScriptedEngineAtWork, IsNotAskedForItsVoicesUntilOneIsChosen)
 {

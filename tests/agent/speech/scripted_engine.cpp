@@ -92,4 +92,17 @@ VoiceFamily ScriptedFamily(const std::shared_ptr<Script>& script)
                 }};
 }
 
+VoiceFamily SlowlyListedFamily(const std::shared_ptr<Script>& script)
+{
+    VoiceFamily slow = ScriptedFamily(script);
+    slow.list = [script, list = slow.list] {
+        {
+            std::unique_lock lock(script->mutex);
+            script->changed.wait(lock, [&script] { return script->released; });
+        }
+        return list();
+    };
+    return slow;
+}
+
 } // namespace voxtrel::agent::speech

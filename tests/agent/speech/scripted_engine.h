@@ -49,6 +49,9 @@ struct Script {
 
 VoiceFamily ScriptedFamily(const std::shared_ptr<Script>& script);
 
+// Lists its voices only when the script is released.
+VoiceFamily SlowlyListedFamily(const std::shared_ptr<Script>& script);
+
 inline std::wstring ScriptedVoice() { return VoiceModeId(kScriptedCode, L"tone"); }
 
 } // namespace voxtrel::agent::speech

@@ -62,14 +62,7 @@ TEST(VoiceCatalogue, ListingAgainForgetsVoicesThatWereRemoved)
 TEST(VoiceCatalogue, TrustsAnEngineThatIsStillThinking)
 {
     const auto script = std::make_shared<Script>();
-    VoiceFamily slow = ScriptedFamily(script);
-    slow.list = [script, list = slow.list] {
-        std::unique_lock lock(script->mutex);
-        script->changed.wait(lock, [&] { return script->released; });
-        lock.unlock();
-        return list();
-    };
-    VoiceCatalogue catalogue({slow});
+    VoiceCatalogue catalogue({SlowlyListedFamily(script)});
     const auto before = steady_clock::now();
     const Voice* trusted = catalogue.Find(ScriptedVoice(), 20ms);
     EXPECT_LT(steady_clock::now() - before, 1s);

@@ -97,14 +97,30 @@ TEST_F(Dispatcher, BookmarksAndWordsComeWithTheirSound)
     ASSERT_TRUE(RunUntil(*engine, kGermanTold));
     EXPECT_EQ(ToldBy(events), kGermanTold);
     // A second and a half for the first sentence, a bit less for the other: nothing is told in advance.
-    EXPECT_LT(times.front(), 1.0);
+    EXPECT_LT(times.front(), 3.0);
     EXPECT_GT(times[10], 0.7) << "#6";
     EXPECT_GT(times.back(), 2.0);
-    EXPECT_LT(times.back(), 6.0);
+    EXPECT_LT(times.back(), 12.0);
     constexpr std::size_t kApart[] = {2, 6, 10, 12,
                                       16}; // #2 #4 #6 #7 #9; "in der" is one word for the engine
     for (std::size_t i = 1; i < std::size(kApart); ++i)
         EXPECT_GT(times[kApart[i]], times[kApart[i - 1]] + 0.05) << i;
+}
+
+TEST_F(Dispatcher, StoppedUtteranceLeavesNothingBehindForTheNext)
+{
+    const auto engine = Make(L"espeak-ng:German");
+    for (const wchar_t* told : {L"#1 ", L"#1 Die #2 Stra\u00DFe #3 ", L"#1 Die "}) {
+        Begin(*engine, kGerman);
+        ASSERT_TRUE(RunUntil(*engine, told));
+        engine->Stop();
+        events.clear();
+    }
+    times.clear();
+    Begin(*engine, L"\\mrk=11\\Eine \\mrk=12\\andere \\mrk=13\\lange \\mrk=14\\Zeile.");
+    ASSERT_TRUE(RunUntil(*engine, L"#11 Eine #12 andere #13 lange #14 Zeile. ."));
+    EXPECT_EQ(ToldBy(events), L"#11 Eine #12 andere #13 lange #14 Zeile. .");
+    EXPECT_GT(times[6], times[2] + 0.2) << "no mark of the other utterance counts";
 }
 
 TEST_F(Dispatcher, ModuleWithoutMarksIsFollowedByGuess)
@@ -129,7 +145,7 @@ TEST_F(Dispatcher, BuiltInVoiceGoesOnWhenTheServiceIsKilledInMidSentence)
     const auto killed = steady_clock::now();
     service.Kill();
     ASSERT_TRUE(RunUntil(*engine, L"#1 Die #2 Stra\u00DFe #3 ist #4 "));
-    EXPECT_LT(steady_clock::now() - killed, 2s);
+    EXPECT_LT(steady_clock::now() - killed, 4s);
     ASSERT_TRUE(RunUntil(*engine, kGermanTold));
     EXPECT_EQ(ToldBy(events), kGermanTold);
 
@@ -167,7 +183,7 @@ TEST_F(Dispatcher, FrozenServiceHoldsUpNeitherTheCallerNorTheNextVoice)
     events.clear();
     times.clear();
     EXPECT_TRUE(RunUntil(*engine, L"#21 Hello. ."));
-    EXPECT_LT(steady_clock::now() - frozen, 4s);
+    EXPECT_LT(steady_clock::now() - frozen, 6s);
     service.Thaw();
 }
 
