@@ -72,6 +72,7 @@ struct Apartment::Shared {
     std::mutex mutex;
     std::deque<std::shared_ptr<Task>> waiting;
     std::size_t overdue = 0; // that have missed their deadline and are not done yet
+    ULONGLONG overdueSince = 0;
     bool ending = false;
     Signal wake{Signal::Kind::TakenByWaiter};
     Signal ended{Signal::Kind::Stays};
@@ -135,6 +136,12 @@ void Apartment::Main(const std::shared_ptr<Shared>& shared)
     shared->ended.Set();
 }
 
+milliseconds Apartment::Overdue() const
+{
+    const std::lock_guard lock(shared_->mutex);
+    return milliseconds(shared_->overdue > 0 ? GetTickCount64() - shared_->overdueSince : 0);
+}
+
 void Apartment::Post(std::function<void()> work)
 {
     const auto task = std::make_shared<Task>();
@@ -169,7 +176,8 @@ bool Apartment::Run(std::function<void()> work, milliseconds deadline, IfLate if
         return false;
     }
     task->overdue = true;
-    ++shared_->overdue;
+    if (shared_->overdue++ == 0)
+        shared_->overdueSince = GetTickCount64();
     return false;
 }
 
