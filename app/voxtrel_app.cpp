@@ -9,6 +9,7 @@
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
 #include "app/program_rooms.h"
+#include "app/traced_server_process.h"
 #include "app/voice_commands.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
@@ -81,8 +82,8 @@ settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
-          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
-          access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess(), trace),
+          access(server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
           rooms({store, shared, strings, folder, *desktop, messages, access, trace},
                 {.DoEvents = [this] { frame->DoEvents(); },
                  .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
@@ -109,11 +110,11 @@ struct VoxtrelApp::House {
     settings::SettingsStore store;
     settings::SharedSettings shared;
     std::unique_ptr<platform::Desktop> desktop;
-    std::unique_ptr<platform::ServerProcess> server;
+    Trace trace;
+    TracedServerProcess server;
     screenreading::AccessibilityControl access;
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
-    Trace trace;
     ProgramRooms rooms;
     std::unique_ptr<agent::Control> agent1;
     std::unique_ptr<Main> main;

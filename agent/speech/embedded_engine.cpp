@@ -177,6 +177,12 @@ std::vector<SpeechEvent> EmbeddedEngine::TakeDueEvents()
     return playback_.TakeDue(steady_clock::now());
 }
 
+std::optional<std::chrono::nanoseconds> EmbeddedEngine::UntilNextEvent() const
+{
+    const auto due = playback_.NextDue();
+    return due ? std::optional<std::chrono::nanoseconds>(*due - steady_clock::now()) : std::nullopt;
+}
+
 std::chrono::milliseconds EmbeddedEngine::StartSound(std::span<const std::uint8_t> wave)
 {
     const std::vector<std::int16_t> samples = ReadWav(wave);

@@ -40,6 +40,7 @@ public:
     void Stop() override;
     bool Speaking() const override;
     std::vector<SpeechEvent> TakeDueEvents() override;
+    std::optional<std::chrono::nanoseconds> UntilNextEvent() const override;
     SoundPlayer* Sounds() override { return this; }
 
 private:

@@ -63,6 +63,8 @@ private:
     void PlanEvents();
     void PlanMouths();
     void Hold(std::span<const std::int16_t> samples);
+    std::size_t UntilLast(int amplitude) const;
+    void CloseMouthAtFade();
     void Release(std::size_t count);
     void ReleaseEvents(std::int64_t before);
     void EndSound();
@@ -83,14 +85,15 @@ private:
     bool paused_ = true;    // a silence that is to be exact came just before
     bool stopped_ = false;
     acs::Mouth mouth_ = acs::Mouth::Closed;
-    std::int64_t mouthSince_ = 0;
+    std::int64_t mouthSince_;
 
     // Of the clause in work. Positions of the synthesizer become those of the utterance by adding offset_.
     SpeechTiming timing_;
     bool timed_ = false;
     bool begun_ = false; // the leading silence is over
     std::int64_t offset_ = 0;
-    std::vector<std::int16_t> held_; // not yet given: leading samples, or a silence that may be the last
+    std::vector<std::int16_t> held_; // not yet given: leading samples, or what may be the voice dying away
+    int loudest_ = 0;                // amplitude so far
     std::vector<std::int16_t> ready_;
     std::deque<TimedEvent> events_;
     double gain_ = 1;
