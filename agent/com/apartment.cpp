@@ -1,5 +1,6 @@
 #include "agent/com/apartment.h"
 
+#include "agent/com/busy_server_filter.h"
 #include "platform/windows/windows_headers.h"
 
 #include <objbase.h>
@@ -122,6 +123,7 @@ Apartment::~Apartment()
 void Apartment::Main(const std::shared_ptr<Shared>& shared)
 {
     const bool initialised = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    BusyServerFilter::Register();
     while (!shared->Ending()) {
         MsgWaitForMultipleObjectsEx(1, shared->wake.Handle(), INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         HandlePostedMessages();
@@ -131,6 +133,7 @@ void Apartment::Main(const std::shared_ptr<Shared>& shared)
             HandlePostedMessages();
         }
     }
+    BusyServerFilter::Withdraw();
     if (initialised)
         CoUninitialize();
     shared->ended.Set();
