@@ -31,6 +31,8 @@ public:
     long Left() const override { return now_->Left(); }
     long Height() const override { return now_->Height(); }
     long Width() const override { return now_->Width(); }
+    long ShownHeight() const override { return now_->ShownHeight(); }
+    long ShownWidth() const override { return now_->ShownWidth(); }
     Result SetTop(long pixels) override;
     Result SetLeft(long pixels) override;
     Result SetHeight(long pixels) override;

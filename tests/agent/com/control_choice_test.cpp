@@ -182,6 +182,22 @@ TEST_F(ChooseControlTest, CharacterWhoseControlIsLostGoesOnInOurOwnAsItStood)
     EXPECT_EQ(embedded->LoadedCount(), 0u);
 }
 
+TEST_F(ChooseControlTest, SizeOnTheScreenIsThatOfTheControlInUse)
+{
+    const MadeControl made = Choose(CharacterServer::WhatIsThere);
+    EXPECT_TRUE(made.control->Load(L"genie", L"genie.acs").Ok());
+    Character* const genie = made.control->Find(L"genie");
+    system->FindFake(L"genie")->resolution = 2;
+    EXPECT_TRUE(genie->SetHeight(50).Ok());
+    EXPECT_TRUE(genie->SetWidth(60).Ok());
+    EXPECT_EQ(genie->ShownHeight(), 100);
+    EXPECT_EQ(genie->ShownWidth(), 120);
+    system->FindFake(L"genie")->failure = Result::Failure(ErrorCode::ControlLost, L"It is gone.");
+    EXPECT_TRUE(genie->StopAll().Ok());
+    EXPECT_EQ(genie->ShownHeight(), 50);
+    EXPECT_EQ(genie->ShownWidth(), 60);
+}
+
 TEST_F(ChooseControlTest, HiddenCharacterWhoseControlIsLostStaysHidden)
 {
     const MadeControl made = Choose(CharacterServer::WhatIsThere);
