@@ -26,7 +26,7 @@ struct ControlMakers {
 };
 
 // The wanted control. With WhatIsThere a character that the system's control cannot load is loaded into our
-// own, without a word; only System can fail.
+// own, without a word, and so is one whose control is lost while it is in use; only System can fail.
 MadeControl ChooseControl(CharacterServer wanted, const ControlMakers& makers);
 
 } // namespace voxtrel::agent

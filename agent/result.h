@@ -28,6 +28,7 @@ enum class ErrorCode : unsigned int {
     // Of a control that the system brings along.
     SystemControlMissing = 0x80040154,
     NoAnswer = 0x8001011F,
+    ControlLost = 0x80010108, // it has ended or does not answer any more
 };
 
 // What a call came to. A failure carries a sentence that the user may be shown.

@@ -1,5 +1,6 @@
 #include "agent/com/apartment.h"
 
+#include "agent/com/busy_server_filter.h"
 #include "platform/windows/windows_headers.h"
 
 #include <objbase.h>
@@ -72,6 +73,7 @@ struct Apartment::Shared {
     std::mutex mutex;
     std::deque<std::shared_ptr<Task>> waiting;
     std::size_t overdue = 0; // that have missed their deadline and are not done yet
+    ULONGLONG overdueSince = 0;
     bool ending = false;
     Signal wake{Signal::Kind::TakenByWaiter};
     Signal ended{Signal::Kind::Stays};
@@ -121,6 +123,7 @@ Apartment::~Apartment()
 void Apartment::Main(const std::shared_ptr<Shared>& shared)
 {
     const bool initialised = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    BusyServerFilter::Register();
     while (!shared->Ending()) {
         MsgWaitForMultipleObjectsEx(1, shared->wake.Handle(), INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         HandlePostedMessages();
@@ -130,9 +133,16 @@ void Apartment::Main(const std::shared_ptr<Shared>& shared)
             HandlePostedMessages();
         }
     }
+    BusyServerFilter::Withdraw();
     if (initialised)
         CoUninitialize();
     shared->ended.Set();
+}
+
+milliseconds Apartment::Overdue() const
+{
+    const std::lock_guard lock(shared_->mutex);
+    return milliseconds(shared_->overdue > 0 ? GetTickCount64() - shared_->overdueSince : 0);
 }
 
 void Apartment::Post(std::function<void()> work)
@@ -169,7 +179,8 @@ bool Apartment::Run(std::function<void()> work, milliseconds deadline, IfLate if
         return false;
     }
     task->overdue = true;
-    ++shared_->overdue;
+    if (shared_->overdue++ == 0)
+        shared_->overdueSince = GetTickCount64();
     return false;
 }
 

@@ -33,6 +33,9 @@ public:
         return std::move(*given);
     }
 
+    // How long something has been overdue; zero when nothing is.
+    std::chrono::milliseconds Overdue() const;
+
     // For the thread's last work; nobody waits for it.
     void Post(std::function<void()> work);
 

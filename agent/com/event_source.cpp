@@ -1,7 +1,8 @@
 #include "agent/com/event_source.h"
 
+#include "platform/windows/com_object.h"
+
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
 namespace voxtrel::agent::com {
@@ -75,12 +76,8 @@ ComPointer<ITypeInfo> DefaultSourceOf(ITypeInfo& classInfo)
     return {};
 }
 
-// IDispatch has no virtual destructor: objects are released, never deleted.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
 // What listens at the connection point.
-class Sink final : public IDispatch {
+class Sink final : public platform::ComObject<IDispatch> {
 public:
     Sink(EventSource source, EventListener::Handler handler)
         : source_(std::move(source)), handler_(std::move(handler))
@@ -97,14 +94,6 @@ public:
         *object = static_cast<IDispatch*>(this);
         AddRef();
         return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override
     {
@@ -126,14 +115,9 @@ public:
     }
 
 private:
-    virtual ~Sink() = default;
-
     EventSource source_;
     EventListener::Handler handler_;
-    std::atomic<ULONG> references_ = 1;
 };
-
-#pragma GCC diagnostic pop
 
 } // namespace
 

@@ -1,19 +1,41 @@
 #include "agent/com/system_character.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace voxtrel::agent::com {
 
 using std::chrono::milliseconds;
 
+namespace {
+
+// What calls come to when the process behind the control is gone.
+bool HasEnded(const Result& result)
+{
+    constexpr std::array kCodes = {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE,
+                                   CO_E_OBJNOTCONNECTED};
+    constexpr std::array kRpcCodes = {RPC_S_SERVER_UNAVAILABLE, RPC_S_CALL_FAILED};
+    const auto code = static_cast<HRESULT>(result.code);
+    return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end() ||
+           std::any_of(kRpcCodes.begin(), kRpcCodes.end(),
+                       [code](auto rpc) { return code == HRESULT_FROM_WIN32(static_cast<DWORD>(rpc)); });
+}
+
+} // namespace
+
 Result SessionHome::Tell(std::function<Result(ControlSession&)> change, milliseconds deadline) const
 {
     std::optional<Result> told =
         apartment->Ask<Result>([session = session, change = std::move(change)] { return change(*session); },
                                deadline, Apartment::IfLate::StillDo);
+    if (told && HasEnded(*told))
+        return Result::Failure(ErrorCode::ControlLost, std::move(told->description));
     if (told)
         return std::move(*told);
-    return Result::Failure(ErrorCode::NoAnswer, L"The system's character control does not answer.");
+    const bool givenUp = apartment->Overdue() >= kGivenUpAfter;
+    return Result::Failure(givenUp ? ErrorCode::ControlLost : ErrorCode::NoAnswer,
+                           L"The system's character control does not answer.");
 }
 
 template <class T>

@@ -14,6 +14,9 @@ inline constexpr std::chrono::milliseconds kAnswerTime{1000};
 // Reading a file, starting the server, loading a speech engine.
 inline constexpr std::chrono::milliseconds kLoadingTime{5000};
 
+// A control that has been silent for so long will not come back.
+inline constexpr std::chrono::milliseconds kGivenUpAfter{5000};
+
 // Where a session lives.
 struct SessionHome {
     std::shared_ptr<Apartment> apartment;

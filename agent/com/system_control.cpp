@@ -4,6 +4,7 @@
 #include "agent/com/system_character.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,18 @@ bool SameName(std::wstring_view a, std::wstring_view b)
 {
     return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
                                 TRUE) == CSTR_EQUAL;
+}
+
+bool IsRegistered(const CLSID& classId)
+{
+    std::array<wchar_t, 40> number{};
+    StringFromGUID2(classId, number.data(), static_cast<int>(number.size()));
+    HKEY key = nullptr;
+    const std::wstring path = std::wstring(L"CLSID\\") + number.data();
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
 }
 
 // Tells the trace what it hands on to the client.
@@ -95,7 +108,7 @@ public:
         Result loaded = home_.Tell(
             [name, file = std::wstring(path)](ControlSession& session) { return session.Load(name, file); },
             kLoadingTime);
-        if (loaded.code == ErrorCode::NoAnswer)
+        if (loaded.code == ErrorCode::NoAnswer || loaded.code == ErrorCode::ControlLost)
             home_.apartment->Post([session = home_.session, name] { Ignore(session->Unload(name)); });
         if (!loaded.Ok())
             return loaded;
@@ -156,8 +169,8 @@ private:
 
 bool SystemControlIsRegistered()
 {
-    CLSID classId;
-    return SUCCEEDED(CLSIDFromProgID(com::kControlName, &classId));
+    CLSID byName;
+    return SUCCEEDED(CLSIDFromProgID(com::kControlName, &byName)) || com::IsRegistered(com::kControlClass);
 }
 
 MadeControl MakeSystemControl(SystemControlOptions options)

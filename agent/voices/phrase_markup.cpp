@@ -1,6 +1,7 @@
 #include "agent/voices/phrase_markup.h"
 
 #include "agent/acs/unicode.h"
+#include "agent/voices/xml_text.h"
 
 #include <algorithm>
 #include <functional>
@@ -17,30 +18,6 @@ std::size_t CodePoints(std::string_view utf8)
         utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-std::string Escaped(std::wstring_view text)
-{
-    std::string escaped;
-    for (const char c : acs::Utf8FromWide(text)) {
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 PhraseMarkup XmlMarkup(const Phrase& phrase, const std::function<std::string(std::size_t word)>& before)
 {
     PhraseMarkup markup{.text = "<speak>", .offsets = {}, .isXml = true};
@@ -52,7 +29,7 @@ PhraseMarkup XmlMarkup(const Phrase& phrase, const std::function<std::string(std
         if (word.emphasized)
             markup.text += "<emphasis level=\"strong\">";
         markup.offsets.push_back(CodePoints(markup.text));
-        markup.text += Escaped(word.text);
+        markup.text += acs::Utf8FromWide(EscapedForXml(word.text));
         if (word.emphasized)
             markup.text += "</emphasis>";
     }

@@ -1,5 +1,7 @@
 #include "agent/voices/sapi_phrase.h"
 
+#include "agent/voices/xml_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -16,33 +18,6 @@ constexpr double kHighest = 10; // of both scales
 constexpr double kRateAtHighest = 3;
 constexpr double kPitchStepsAnOctave = 24;
 
-std::wstring Escaped(std::wstring_view text)
-{
-    std::wstring escaped;
-    for (const wchar_t c : text) {
-        switch (c) {
-        case L'&':
-            escaped += L"&amp;";
-            break;
-        case L'<':
-            escaped += L"&lt;";
-            break;
-        case L'>':
-            escaped += L"&gt;";
-            break;
-        case L'"':
-            escaped += L"&quot;";
-            break;
-        case L'\'':
-            escaped += L"&apos;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 long OnScale(double value) { return std::lround(std::clamp(value, -kHighest, kHighest)); }
 
 } // namespace
@@ -57,7 +32,7 @@ SapiMarkup SapiMarkupOf(const Phrase& phrase)
         markup.text += L"<bookmark mark=\"" + std::to_wstring(i) + L"\"/>";
         markup.text += word.emphasized ? L"<emph>" : L"";
         markup.offsets.push_back(markup.text.size());
-        markup.text += Escaped(word.text);
+        markup.text += EscapedForXml(word.text);
         markup.text += word.emphasized ? L"</emph>" : L"";
     }
     markup.text += L"</pitch>";

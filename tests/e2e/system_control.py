@@ -74,6 +74,23 @@ class RegisteredControl(Scenario):
         program.wait_event("bookmark", lambda event: event["number"] == 300001)  # "Two"
         program.wait_event("bookmark", lambda event: event["number"] == 600005)  # "words."
 
+    def test_control_that_hangs_is_replaced_while_the_program_goes_on(self):
+        program = self.start("--speak", "Lost.",
+                             environment=dict(self.environment, VOXTREL_TEST_SERVER_HANG="Genie.Speak"))
+        self.wait_call("Genie.Speak")
+        program.wait_event("started")
+
+        def is_heard():
+            self.assertEqual(self.call("--speak", "Still here.")[0], 0)
+            return [event for event in program.events("utterance") if "Still here" in event["text"]]
+        wait_for(is_heard, "a text that is spoken")
+        self.assertEqual([event["text"] for event in program.events("character-server")], ["system", "embedded"])
+        wait_for(lambda: [w for w in self.display.windows()
+                          if w[2:] == (128, 128, 100, 100) and self.display.is_viewable(w[0])],
+                 "our own character in its place")
+        self.assertEqual(self.call("--quit")[0], 0)
+        self.assertEqual(program.wait_end(30)[0], 0)
+
     def test_embedded_does_not_touch_it(self):
         program = self.start("--character-server", "embedded", "--speak", "Hello.", environment=self.environment)
         program.wait_event("utterance", lambda event: "Hello" in event["text"])

@@ -43,16 +43,6 @@ HRESULT SapiStream::QueryInterface(REFIID id, void** object)
     return S_OK;
 }
 
-ULONG SapiStream::AddRef() { return ++references_; }
-
-ULONG SapiStream::Release()
-{
-    const ULONG left = --references_;
-    if (left == 0)
-        delete this;
-    return left;
-}
-
 HRESULT SapiStream::Write(const void* bytes, ULONG size, ULONG* written)
 {
     const std::lock_guard lock(mutex_);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "agent/voices/windows/sapi_headers.h"
+#include "platform/windows/com_object.h"
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -11,13 +11,9 @@
 
 namespace voxtrel::agent::voices {
 
-// IUnknown has no virtual destructor: objects are released, never deleted.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
 // What a SAPI voice speaks into: 16 bits, one channel. It writes on a thread of its own, the engine's worker
 // takes.
-class SapiStream final : public ISpStreamFormat {
+class SapiStream final : public platform::ComObject<ISpStreamFormat> {
 public:
     static constexpr int kSampleRate = 22050;
 
@@ -27,8 +23,6 @@ public:
     void Close();
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Write(const void* bytes, ULONG size, ULONG* written) override;
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) override;
@@ -49,16 +43,11 @@ public:
     HRESULT STDMETHODCALLTYPE GetFormat(GUID* format, WAVEFORMATEX** description) override;
 
 private:
-    ~SapiStream() = default;
-
-    std::atomic<ULONG> references_ = 1;
     std::mutex mutex_;
     std::condition_variable changed_;
     std::vector<unsigned char> bytes_; // not taken yet; may end within a sample
     ULONGLONG size_ = 0;               // of all that was written, in bytes
     bool closed_ = false;
 };
-
-#pragma GCC diagnostic pop
 
 } // namespace voxtrel::agent::voices

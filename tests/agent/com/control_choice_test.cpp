@@ -141,5 +141,87 @@ TEST_F(ChooseControlTest, ForcedSystemDoesNotFallBackToOurOwn)
     EXPECT_EQ(embedded, nullptr);
 }
 
+TEST_F(ChooseControlTest, CharacterWhoseControlIsLostGoesOnInOurOwnAsItStood)
+{
+    const MadeControl made = Choose(CharacterServer::WhatIsThere);
+    ControlEvents events;
+    made.control->SetEvents(&events);
+    EXPECT_TRUE(made.control->Load(L"genie", L"genie.acs").Ok());
+    Character* const genie = made.control->Find(L"genie");
+    EXPECT_TRUE(genie->SetTop(30).Ok());
+    EXPECT_TRUE(genie->SetLeft(-40).Ok());
+    EXPECT_TRUE(genie->SetHeight(85).Ok());
+    EXPECT_TRUE(genie->SetTTSModeID(L"{CA141FD0-AC7F-11D1-97A3-006008273003}").Ok());
+    EXPECT_TRUE(genie->GetBalloon().SetFontName(L"Verdana").Ok());
+    EXPECT_TRUE(genie->GetBalloon().SetStyle(0x021C0007).Ok());
+    EXPECT_TRUE(genie->Show().Ok());
+
+    system->FindFake(L"genie")->failure = Result::Failure(ErrorCode::ControlLost, L"It is gone.");
+    EXPECT_TRUE(genie->Speak(L"Hello").Ok());
+    ASSERT_TRUE(embedded);
+    const tests::FakeCharacter* const ours = embedded->FindFake(L"genie");
+    ASSERT_TRUE(ours);
+    EXPECT_EQ(ours->utterances, std::vector<std::wstring>{L"Hello"});
+    EXPECT_EQ(ours->top, 30);
+    EXPECT_EQ(ours->left, -40);
+    EXPECT_EQ(ours->height, 85);
+    EXPECT_EQ(ours->mode, L"{CA141FD0-AC7F-11D1-97A3-006008273003}");
+    EXPECT_EQ(ours->balloon.fontName, L"Verdana");
+    EXPECT_EQ(ours->balloon.style, 7u);
+    EXPECT_TRUE(ours->visible);
+    EXPECT_EQ(embedded->events, &events);
+    EXPECT_EQ(system->LoadedCount(), 0u);
+    EXPECT_EQ(chosen, (Names{"system", "embedded"}));
+
+    // The client goes on with the same object.
+    EXPECT_EQ(made.control->Find(L"Genie"), genie);
+    EXPECT_TRUE(genie->SetTop(5).Ok());
+    EXPECT_EQ(ours->top, 5);
+    EXPECT_TRUE(made.control->Unload(L"genie").Ok());
+    EXPECT_EQ(made.control->Find(L"genie"), nullptr);
+    EXPECT_EQ(embedded->LoadedCount(), 0u);
+}
+
+TEST_F(ChooseControlTest, SizeOnTheScreenIsThatOfTheControlInUse)
+{
+    const MadeControl made = Choose(CharacterServer::WhatIsThere);
+    EXPECT_TRUE(made.control->Load(L"genie", L"genie.acs").Ok());
+    Character* const genie = made.control->Find(L"genie");
+    system->FindFake(L"genie")->resolution = 2;
+    EXPECT_TRUE(genie->SetHeight(50).Ok());
+    EXPECT_TRUE(genie->SetWidth(60).Ok());
+    EXPECT_EQ(genie->ShownHeight(), 100);
+    EXPECT_EQ(genie->ShownWidth(), 120);
+    system->FindFake(L"genie")->failure = Result::Failure(ErrorCode::ControlLost, L"It is gone.");
+    EXPECT_TRUE(genie->StopAll().Ok());
+    EXPECT_EQ(genie->ShownHeight(), 50);
+    EXPECT_EQ(genie->ShownWidth(), 60);
+}
+
+TEST_F(ChooseControlTest, HiddenCharacterWhoseControlIsLostStaysHidden)
+{
+    const MadeControl made = Choose(CharacterServer::WhatIsThere);
+    EXPECT_TRUE(made.control->Load(L"genie", L"genie.acs").Ok());
+    Character* const genie = made.control->Find(L"genie");
+    EXPECT_TRUE(genie->Show().Ok());
+    EXPECT_TRUE(genie->Hide().Ok());
+    system->FindFake(L"genie")->balloon.failure = Result::Failure(ErrorCode::ControlLost, L"It is gone.");
+    EXPECT_TRUE(genie->GetBalloon().SetFontSize(20).Ok());
+    ASSERT_TRUE(embedded);
+    EXPECT_FALSE(embedded->FindFake(L"genie")->visible);
+    EXPECT_EQ(embedded->FindFake(L"genie")->balloon.fontSize, 20);
+}
+
+TEST_F(ChooseControlTest, LossThatOurOwnCannotMakeUpForIsTold)
+{
+    const MadeControl made = Choose(CharacterServer::WhatIsThere);
+    EXPECT_TRUE(made.control->Load(L"other", L"unreadable.acs").Ok());
+    embedded->missingFiles.insert(L"genie.acs");
+    EXPECT_TRUE(made.control->Load(L"genie", L"genie.acs").Ok());
+    system->FindFake(L"genie")->failure = Result::Failure(ErrorCode::ControlLost, L"It is gone.");
+    EXPECT_EQ(made.control->Find(L"genie")->Show().description, L"It is gone.");
+    EXPECT_EQ(made.control->Find(L"genie")->Hide().code, ErrorCode::ControlLost);
+}
+
 } // namespace
 } // namespace voxtrel::agent

@@ -9,7 +9,7 @@
 namespace voxtrel::tests {
 namespace {
 
-constexpr std::chrono::seconds kPatience{5};
+constexpr std::chrono::seconds kPatience{15};
 
 HMODULE server = nullptr;
 
@@ -161,30 +161,6 @@ void DriverTest::Fire(const wchar_t* event, const std::vector<VARIANT>& argument
 void DriverTest::FirePointer(const wchar_t* event, short button, short shift, short x, short y)
 {
     Fire(event, {Text(L"genie"), Short(button), Short(shift), Short(x), Short(y)});
-}
-
-VARIANT Text(const wchar_t* text)
-{
-    VARIANT value = {};
-    value.vt = VT_BSTR;
-    value.bstrVal = SysAllocString(text);
-    return value;
-}
-
-VARIANT Number(long number)
-{
-    VARIANT value = {};
-    value.vt = VT_I4;
-    value.lVal = number;
-    return value;
-}
-
-VARIANT Short(short number)
-{
-    VARIANT value = {};
-    value.vt = VT_I2;
-    value.iVal = number;
-    return value;
 }
 
 } // namespace voxtrel::tests

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "agent/com/test_server.h"
+#include "agent/com/variants.h"
 #include "agent/system_control.h"
 
 #include <gtest/gtest.h>
@@ -64,7 +65,7 @@ protected:
     Lines Calls();
     void ForgetCalls() { Calls(); }
 
-    // Runs what was posted to this thread until condition holds; false after five seconds.
+    // Runs what was posted to this thread until condition holds; false after fifteen seconds.
     bool RunUntil(const std::function<bool()>& condition);
     // Runs it until the server has carried out everything that it was sent before.
     void RunAll();
@@ -86,9 +87,5 @@ private:
     HANDLE arrived_;
     std::size_t callsSeen_ = 0;
 };
-
-VARIANT Text(const wchar_t* text);
-VARIANT Number(long number);
-VARIANT Short(short number);
 
 } // namespace voxtrel::tests

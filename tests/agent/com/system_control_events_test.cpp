@@ -163,6 +163,25 @@ TEST_F(SystemControlHangs, ControlThatComesBackIsAskedInOrderForWhatItMissed)
     EXPECT_EQ(calls, (Lines{L"genie.Speak \"one\"", L"genie.Top = 5", L"genie.StopAll", L"genie.Show"}));
 }
 
+TEST_F(SystemControlHangs, ControlThatStaysSilentIsLost)
+{
+    agent::Character& genie = Genie();
+    server.Hang(L"genie.Speak");
+    EXPECT_EQ(genie.Speak(L"one").code, ErrorCode::NoAnswer);
+    EXPECT_EQ(genie.Show().code, ErrorCode::NoAnswer);
+    EXPECT_TRUE(RunUntil([&] { return genie.Show().code == ErrorCode::ControlLost; }));
+}
+
+TEST_F(SystemControlHangs, ControlWhoseProcessHasEndedIsLost)
+{
+    agent::Character& genie = Genie();
+    for (const HRESULT code :
+         {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE)}) {
+        server.FailPlainly(L"genie.Speak", code, L"");
+        EXPECT_EQ(genie.Speak(L"one").code, ErrorCode::ControlLost);
+    }
+}
+
 TEST_F(SystemControlHangs, ControlThatNeverConnectsIsGivenUp)
 {
     server.Hang(L"Connected =");

@@ -54,16 +54,6 @@ HRESULT NamedMembers::QueryInterface(REFIID id, void** object)
     return S_OK;
 }
 
-ULONG NamedMembers::AddRef() { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-
-ULONG NamedMembers::Release()
-{
-    const LONG left = InterlockedDecrement(&references_);
-    if (left == 0)
-        delete this;
-    return static_cast<ULONG>(left);
-}
-
 HRESULT NamedMembers::GetTypeInfoCount(UINT* count)
 {
     *count = 0;

@@ -1,6 +1,7 @@
 #include "agent/com/test_server_objects.h"
 
 #include "agent/com/test_server_types.h"
+#include "agent/com/variants.h"
 
 #include <olectl.h>
 
@@ -23,47 +24,6 @@ constexpr UINT kWorkMessage = kFireMessage + 1; // lParam: the character's ident
 
 // The voices that this server has begin so.
 const wchar_t* const kVoices = L"{CA141FD0-AC7F-11D1-97A3-00600827300";
-
-VARIANT Short(short number)
-{
-    VARIANT value = {};
-    value.vt = VT_I2;
-    value.iVal = number;
-    return value;
-}
-
-VARIANT Number(long number)
-{
-    VARIANT value = {};
-    value.vt = VT_I4;
-    value.lVal = number;
-    return value;
-}
-
-VARIANT Flag(bool flag)
-{
-    VARIANT value = {};
-    value.vt = VT_BOOL;
-    value.boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
-    return value;
-}
-
-VARIANT Text(const std::wstring& text)
-{
-    VARIANT value = {};
-    value.vt = VT_BSTR;
-    value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-    return value;
-}
-
-VARIANT Object(IDispatch* object)
-{
-    VARIANT value = {};
-    value.vt = VT_DISPATCH;
-    value.pdispVal = object;
-    object->AddRef();
-    return value;
-}
 
 std::wstring TextOf(const VARIANT& value)
 {

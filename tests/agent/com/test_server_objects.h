@@ -2,6 +2,7 @@
 
 #include "agent/com/test_server_script.h"
 
+#include "platform/windows/com_object.h"
 #include "platform/windows/com_pointer.h"
 
 #include <ocidl.h>
@@ -30,29 +31,26 @@ struct Asked {
 };
 
 // An object whose members have names, and numbers that are others in each process.
-class NamedMembers : public IDispatch {
+class NamedMembers : public platform::ComObject<IDispatch> {
 public:
     explicit NamedMembers(std::vector<std::wstring> members);
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT*) override;
 
-    bool HeldByOthers() const { return references_ > 1; }
+    bool HeldByOthers() const { return References() > 1; }
 
 protected:
-    virtual ~NamedMembers();
+    ~NamedMembers() override;
 
     virtual HRESULT Do(const Asked& asked) = 0;
 
 private:
     std::vector<std::wstring> members_;
-    LONG references_ = 1;
 };
 
 // An object whose properties are simple values of the kinds that they begin with.

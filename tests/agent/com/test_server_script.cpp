@@ -26,6 +26,13 @@ void LeaveWords(const std::wstring& description)
 
 } // namespace
 
+// For programs that the test only starts.
+ServerScript::ServerScript()
+{
+    if (const wchar_t* const call = _wgetenv(L"VOXTREL_TEST_SERVER_HANG"))
+        hanging_ = call;
+}
+
 ServerScript& ServerScript::Get()
 {
     static ServerScript script;

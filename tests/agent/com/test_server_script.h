@@ -41,6 +41,8 @@ public:
     volatile LONG objects = 0;
 
 private:
+    ServerScript();
+
     struct Failure {
         HRESULT code;
         std::wstring description;

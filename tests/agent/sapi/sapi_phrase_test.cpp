@@ -21,7 +21,7 @@ TEST(SapiMarkupOf, MarksEachWordAndLosesNothing)
     const Phrase phrase{{{L"Tom"}, {L"&"}, {L"<b>\"Jerry's\"</b>"}, {L"1,250.50"}}, {}};
     const SapiMarkup markup = SapiMarkupOf(phrase);
     EXPECT_EQ(markup.text, L"<pitch absmiddle=\"0\"><bookmark mark=\"0\"/>Tom <bookmark mark=\"1\"/>&amp; "
-                           L"<bookmark mark=\"2\"/>&lt;b&gt;&quot;Jerry&apos;s&quot;&lt;/b&gt; "
+                           L"<bookmark mark=\"2\"/>&lt;b&gt;&quot;Jerry's&quot;&lt;/b&gt; "
                            L"<bookmark mark=\"3\"/>1,250.50</pitch>");
 }
 

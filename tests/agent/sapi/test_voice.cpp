@@ -1,5 +1,7 @@
 #include "agent/sapi/test_voice.h"
 
+#include "platform/windows/com_object.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cwchar>
@@ -14,9 +16,6 @@ namespace {
 using agent::voices::ComPointer;
 using agent::voices::SapiText;
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
 LPARAM CopyOfText(const std::wstring& text)
 {
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
@@ -26,7 +25,7 @@ LPARAM CopyOfText(const std::wstring& text)
 }
 
 // Speaks on a thread of its own, like the real one.
-class TestVoice final : public ISpVoice {
+class TestVoice final : public platform::ComObject<ISpVoice> {
 public:
     explicit TestVoice(VoiceScript& script) : script_(script)
     {
@@ -42,14 +41,6 @@ public:
         if (known)
             AddRef();
         return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE SetOutput(IUnknown* output, WINBOOL) override
@@ -171,7 +162,7 @@ public:
     HRESULT STDMETHODCALLTYPE DisplayUI(HWND, LPCWSTR, LPCWSTR, void*, ULONG) override { return E_NOTIMPL; }
 
 private:
-    ~TestVoice()
+    ~TestVoice() override
     {
         purged_ = true;
         Join();
@@ -252,7 +243,6 @@ private:
     }
 
     VoiceScript& script_;
-    std::atomic<ULONG> references_ = 1;
     std::mutex mutex_;
     std::deque<SPEVENT> events_;
     ULONGLONG interest_ = 0;
@@ -263,7 +253,7 @@ private:
     std::atomic<bool> purged_ = false;
 };
 
-class VoiceFactory final : public IClassFactory {
+class VoiceFactory final : public platform::ComObject<IClassFactory> {
 public:
     explicit VoiceFactory(VoiceScript& script) : script_(script) {}
 
@@ -274,14 +264,6 @@ public:
             AddRef();
         return *object ? S_OK : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override
     {
         const ComPointer<TestVoice> voice(new TestVoice(script_));
@@ -290,13 +272,8 @@ public:
     HRESULT STDMETHODCALLTYPE LockServer(WINBOOL) override { return S_OK; }
 
 private:
-    ~VoiceFactory() = default;
-
     VoiceScript& script_;
-    std::atomic<ULONG> references_ = 1;
 };
-
-#pragma GCC diagnostic pop
 
 } // namespace
 
