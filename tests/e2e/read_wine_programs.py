@@ -85,6 +85,20 @@ class Programs(ScreenReading):
             (56, 107, "The first line text"), (56, 121, "and the second text"), (76, 59, "Courier New combo box"),
             (56, 264, "RichEdit text static text")])
 
+    def test_the_options_of_the_program_itself(self):
+        program = self.start("--options")
+        program.wait_event("started")
+        x, y, *_ = self.window("Speech Options", by="name")
+        self.point_at_all(program, (x, y), [
+            (104, 18, "Balloon page tab"), (204, 105, "Size combo box Large"), (49, 77, "Character: static text"),
+            (393, 18, "Screen Reading page tab")])
+        self.xdotool("click", 1)
+        self.point_at_all(program, (x, y), [
+            (26, 44, "I would like to use Screen Reading check button checked"),
+            (420, 87, "Read Basic Text check button checked"), (549, 500, "Details... push button")])
+        self.move_to(x + 84, y + 87)
+        self.wait_spoken_like(program, r"[A-Z][a-z ]+ list item")
+
     def note(self):
         path = self.home.path("note.txt")
         with open(path, "w", encoding="utf-8", newline="\r\n") as file:

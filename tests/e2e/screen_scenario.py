@@ -94,12 +94,12 @@ class ScreenReading(Scenario):
             os.killpg(process.pid, signal.SIGKILL)
         process.wait()
 
-    def window(self, window_class):
-        """Where the window with the title stands: x, y, width, height."""
+    def window(self, name, by="class"):
+        """Where the window of that class, or name, stands: x, y, width, height."""
         def find():
-            found = self.xdotool("search", "--onlyvisible", "--class", f"^{window_class}$").split()
+            found = self.xdotool("search", "--onlyvisible", "--" + by, f"^{name}$").split()
             return next((window for window in found if self.xdotool("getwindowname", window)), None)
-        window = wait_for(find, f"a window of {window_class}")
+        window = wait_for(find, f"a window of {name}")
         self.xdotool("windowactivate", "--sync", window)
         about = self.display.run("xwininfo", "-id", window).decode()
         return tuple(int(re.search(rf"{what}:\s+(-?\d+)", about)[1])
