@@ -48,7 +48,8 @@ public:
     // Empties the queue and silences within 50 ms; no bookmark of what was stopped arrives afterwards.
     virtual Result StopAll() = 0;
 
-    // Of the frame, in screen pixels; any value is allowed, also outside the screen. Immediate, not queued.
+    // Of the frame; any value is allowed, also outside the screen. Immediate, not queued. The place is in screen
+    // pixels, the size in those of a screen of 96 dots an inch.
     virtual long Top() const = 0;
     virtual long Left() const = 0;
     virtual long Height() const = 0;
@@ -57,6 +58,10 @@ public:
     virtual Result SetLeft(long pixels) = 0;
     virtual Result SetHeight(long pixels) = 0;
     virtual Result SetWidth(long pixels) = 0;
+
+    // The size on this screen, in its pixels.
+    virtual long ShownHeight() const { return Height(); }
+    virtual long ShownWidth() const { return Width(); }
 
     // The engine mode identifier in braces; compared without regard to case. An identifier that this machine
     // does not have fails with VoiceNotAvailable and leaves the voice that was in use.

@@ -242,8 +242,8 @@ void Options::BringBack()
 bool Options::IsOnScreen(const Place& place) const
 {
     const agent::Character& character = *services_.shared.character;
-    return place.left < services_.desktop.ScreenWidth() && place.left + character.Width() > 0 &&
-           place.top < services_.desktop.ScreenHeight() && place.top + character.Height() > 0;
+    return place.left < services_.desktop.ScreenWidth() && place.left + character.ShownWidth() > 0 &&
+           place.top < services_.desktop.ScreenHeight() && place.top + character.ShownHeight() > 0;
 }
 
 // Where the character stood before; a stored place may itself be one of a parked character.

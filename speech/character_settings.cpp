@@ -176,7 +176,7 @@ std::optional<ParkingPosition> ParkingPositionOf(double index, const agent::Char
                                                  const platform::Desktop& desktop)
 {
     if (index == 0)
-        return ParkingPosition{-character.Height(), -character.Width()};
+        return ParkingPosition{-character.ShownHeight(), -character.ShownWidth()};
     if (index == 1)
         return ParkingPosition{kOutsideTheScreen, desktop.ScreenWidth() + kBeyondTheEdge};
     if (index == 2)

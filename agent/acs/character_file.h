@@ -92,11 +92,22 @@ struct LocalizedInfo {
     friend bool operator==(const LocalizedInfo&, const LocalizedInfo&) = default;
 };
 
+// What kind of speaker the character has; this program chooses its voices by the mode alone.
+struct VoiceTraits {
+    std::uint16_t language = 0x0409;
+    std::wstring dialect;
+    std::uint16_t gender = 0; // 0 neutral, 1 female, 2 male
+    std::uint16_t age = 0;    // years
+    std::wstring style;
+    friend bool operator==(const VoiceTraits&, const VoiceTraits&) = default;
+};
+
 struct VoiceInfo {
     std::string engineId; // GUIDs as text in braces, upper case
     std::string modeId;
     std::uint32_t speed = 0; // words per minute
     std::uint16_t pitch = 0; // Hz; 0xFFFF for the engine's default
+    std::optional<VoiceTraits> traits = {};
     friend bool operator==(const VoiceInfo&, const VoiceInfo&) = default;
 };
 
@@ -114,6 +125,19 @@ struct BalloonInfo {
     bool autoHide = true;
     bool autoPace = true;
     friend bool operator==(const BalloonInfo&, const BalloonInfo&) = default;
+};
+
+// Two pictures in the form of a bitmap file without its first header: what is cut out, and what is put there.
+struct TrayIcon {
+    std::vector<std::uint8_t> mask;
+    std::vector<std::uint8_t> colors;
+    friend bool operator==(const TrayIcon&, const TrayIcon&) = default;
+};
+
+struct AnimationSetVersion {
+    std::uint16_t major = 2;
+    std::uint16_t minor = 0;
+    friend bool operator==(const AnimationSetVersion&, const AnimationSetVersion&) = default;
 };
 
 // Gives the images of a file one at a time, so that a file with a thousand of them costs only what is shown.
@@ -141,9 +165,11 @@ struct CharacterFile {
     std::uint8_t transparentIndex = 10;
     std::array<Color, 256> palette{};
     bool standardAnimationSet = false;
+    AnimationSetVersion animationSet;
     std::vector<LocalizedInfo> localized;
     std::optional<VoiceInfo> voice;
     std::optional<BalloonInfo> balloon; // nothing: the character was made without one
+    std::optional<TrayIcon> trayIcon;
     std::vector<State> states;
     std::vector<Animation> animations;
     std::shared_ptr<const ImageSource> images; // null for none, like the sounds

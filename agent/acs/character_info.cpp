@@ -32,6 +32,7 @@ struct FixedHead {
     int height = 0;
     std::uint8_t transparentIndex = 0;
     std::uint32_t flags = 0;
+    AnimationSetVersion animationSet;
 };
 
 struct BalloonColors {
@@ -44,6 +45,7 @@ struct Body {
     std::optional<BalloonInfo> balloon;
     BalloonColors balloonColors;
     std::vector<RawColor> palette;
+    std::optional<TrayIcon> trayIcon;
     std::vector<State> states;
 };
 
@@ -74,8 +76,8 @@ FixedHead ReadFixedHead(ByteCursor& cursor)
     head.height = cursor.U16();
     head.transparentIndex = cursor.U8();
     head.flags = cursor.U32();
-    cursor.U16(); // version of the animation set, which nobody asks for
-    cursor.U16();
+    head.animationSet.major = cursor.U16();
+    head.animationSet.minor = cursor.U16();
     return head;
 }
 
@@ -87,11 +89,12 @@ VoiceInfo ReadVoice(ByteCursor& cursor)
     voice.speed = cursor.U32();
     voice.pitch = cursor.U16();
     if (cursor.Bool()) {
-        cursor.U16();  // language
-        cursor.Text(); // dialect
-        cursor.U16();  // gender
-        cursor.U16();  // age
-        cursor.Text(); // style
+        VoiceTraits& traits = voice.traits.emplace();
+        traits.language = cursor.U16();
+        traits.dialect = cursor.Text();
+        traits.gender = cursor.U16();
+        traits.age = cursor.U16();
+        traits.style = cursor.Text();
     }
     return voice;
 }
@@ -112,15 +115,23 @@ BalloonInfo ReadBalloon(ByteCursor& cursor, BalloonColors& colors)
     return balloon;
 }
 
-void SkipTrayIcon(ByteCursor& cursor)
+std::vector<std::uint8_t> ReadBlock(ByteCursor& cursor)
+{
+    const std::span<const std::uint8_t> block = cursor.Bytes(cursor.U32());
+    return {block.begin(), block.end()};
+}
+
+std::optional<TrayIcon> ReadTrayIcon(ByteCursor& cursor)
 {
     const std::uint8_t present = cursor.U8();
     if (present > 1)
         cursor.Fail();
-    if (present == 1) {
-        cursor.Bytes(cursor.U32()); // monochrome
-        cursor.Bytes(cursor.U32()); // in colour
-    }
+    if (present != 1)
+        return std::nullopt;
+    TrayIcon icon;
+    icon.mask = ReadBlock(cursor);
+    icon.colors = ReadBlock(cursor);
+    return icon;
 }
 
 std::vector<State> ReadStates(ByteCursor& cursor)
@@ -154,7 +165,7 @@ std::optional<Body> ReadBody(ByteCursor cursor, bool withVoice, bool withBalloon
         return std::nullopt;
     for (std::size_t i = 0; i < colors; ++i)
         body.palette.push_back(ReadColor(cursor));
-    SkipTrayIcon(cursor);
+    body.trayIcon = ReadTrayIcon(cursor);
     body.states = ReadStates(cursor);
 
     const bool atEnd = cursor.Left() == 0 || cursor.Position() == localized;
@@ -299,6 +310,8 @@ std::optional<CharacterFile> ReadCharacterInfo(const FileSource& file, const Loc
         character.balloon->autoPace = (head.flags & kFlagAutoPaceOff) == 0;
     }
     SetColors(character, *body);
+    character.animationSet = head.animationSet;
+    character.trayIcon = std::move(body->trayIcon);
     character.states = std::move(body->states);
     if (const auto localized = file.Read(head.localized))
         character.localized = ReadLocalized(*localized);

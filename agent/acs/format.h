@@ -11,8 +11,6 @@ namespace voxtrel::agent::acs {
 constexpr std::uint32_t kCharacterSignature = 0xABCDABC3;
 constexpr std::uint16_t kFormatMajor = 2;
 constexpr std::uint16_t kFormatMinor = 1;
-constexpr std::uint16_t kAnimationSetMajor = 2;
-constexpr std::uint16_t kAnimationSetMinor = 0;
 
 constexpr std::uint32_t kFlagVoice = 0x10;
 constexpr std::uint32_t kFlagSpokenVoice = 0x20;

@@ -8,7 +8,6 @@
 #include "agent/acs/format.h"
 #include "agent/acs/guid.h"
 #include "agent/acs/names.h"
-#include "agent/acs/static_palette.h"
 #include "agent/acs/unicode.h"
 
 #include <algorithm>
@@ -301,16 +300,16 @@ private:
         sink_.U16(static_cast<std::uint16_t>(character_.height));
         sink_.U8(character_.transparentIndex);
         sink_.U32(Flags());
-        sink_.U16(kAnimationSetMajor);
-        sink_.U16(kAnimationSetMinor);
+        sink_.U16(character_.animationSet.major);
+        sink_.U16(character_.animationSet.minor);
         if (character_.voice)
             WriteVoice(*character_.voice);
         if (character_.balloon)
             WriteBalloon(*character_.balloon);
         sink_.U32(kPaletteSize);
-        for (std::size_t i = 0; i < kPaletteSize; ++i)
-            sink_.ColorBytes(IsStaticEntry(i) ? StaticPalette()[i] : character_.palette[i]);
-        sink_.Bool(false); // no tray icon
+        for (const Color& color : character_.palette)
+            sink_.ColorBytes(color);
+        WriteTrayIcon();
         sink_.List<std::uint16_t>(character_.states, [&](const State& state) {
             sink_.Text(UpperCase(state.name));
             sink_.List<std::uint16_t>(state.animations, [&](const std::wstring& name) { sink_.Text(name); });
@@ -338,7 +337,25 @@ private:
         sink_.Guid(voice.modeId);
         sink_.U32(voice.speed);
         sink_.U16(voice.pitch);
-        sink_.Bool(false); // language, gender and age are the mode's
+        sink_.Bool(voice.traits.has_value());
+        if (!voice.traits)
+            return;
+        sink_.U16(voice.traits->language);
+        sink_.Text(voice.traits->dialect);
+        sink_.U16(voice.traits->gender);
+        sink_.U16(voice.traits->age);
+        sink_.Text(voice.traits->style);
+    }
+
+    void WriteTrayIcon()
+    {
+        sink_.Bool(character_.trayIcon.has_value());
+        if (!character_.trayIcon)
+            return;
+        for (const auto* picture : {&character_.trayIcon->mask, &character_.trayIcon->colors}) {
+            sink_.U32(static_cast<std::uint32_t>(picture->size()));
+            sink_.Bytes(*picture);
+        }
     }
 
     void WriteBalloon(const BalloonInfo& balloon)

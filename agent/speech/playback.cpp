@@ -209,6 +209,19 @@ bool Playback::HasDue(TimePoint now) const
     return !events_.empty() && IsDue(events_.front(), HeardUntil(now));
 }
 
+std::optional<Playback::TimePoint> Playback::NextDue() const
+{
+    const std::lock_guard lock(mutex_);
+    if (events_.empty())
+        return std::nullopt;
+    const std::int64_t sample = events_.front().sample;
+    const auto heard = std::find_if(stretches_.begin(), stretches_.end(),
+                                    [sample](const Stretch& stretch) { return stretch.end >= sample; });
+    if (heard == stretches_.end())
+        return std::nullopt;
+    return heard->heardAt + Duration(std::max<std::int64_t>(sample - heard->begin, 0));
+}
+
 Playback::TimePoint Playback::LastPull() const
 {
     const std::lock_guard lock(mutex_);

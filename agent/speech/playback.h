@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -60,6 +61,8 @@ public:
     // Whether samples wait to be played.
     bool HasSamples() const;
     bool HasDue(TimePoint now) const;
+    // When the next event will be due; nothing while its sample has not been handed to the output.
+    std::optional<TimePoint> NextDue() const;
     TimePoint LastPull() const;
 
     // From the first call on, what is played is also kept for the next call.

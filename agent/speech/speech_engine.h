@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -62,6 +63,10 @@ public:
 
     // The events whose moment has been heard since the last call, in order.
     virtual std::vector<SpeechEvent> TakeDueEvents() = 0;
+
+    // How long it is until the next event is due, as far as that is known already; less than nothing for one
+    // that is late. An engine that cannot tell is asked for events at its user's own pace.
+    virtual std::optional<std::chrono::nanoseconds> UntilNextEvent() const { return std::nullopt; }
 
     // Null for an engine that only speaks. Lives as long as the engine.
     virtual SoundPlayer* Sounds() { return nullptr; }

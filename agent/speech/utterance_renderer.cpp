@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace voxtrel::agent::speech {
@@ -26,6 +27,8 @@ constexpr std::int64_t kTail = SamplesOf(6);
 constexpr std::int64_t kExactTail = SamplesOf(1);
 constexpr std::int64_t kLatestOnset = SamplesOf(80); // after the start of the first phoneme
 constexpr std::int64_t kMouthHold = SamplesOf(50);
+constexpr std::int64_t kLatestMouth = SamplesOf(20); // after its phoneme
+constexpr double kFaded = 0.04; // of the clause's loudest sample: the voice has died away
 constexpr double kEmphasisGain = 1.3;
 
 // Above the knee samples are bent so that they never reach the limit.
@@ -62,9 +65,16 @@ std::int16_t Limit(double sample)
 
 UtteranceRenderer::UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                                      UtteranceSink& sink, ClauseCutter::Bookmarks bookmarks)
-    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink),
-      audible_(AudibleLevel(voice))
+    : UtteranceRenderer(ClauseCutter(markup, bookmarks, WordingFor(voice)), voice, synthesizer, sink)
 {
+}
+
+UtteranceRenderer::UtteranceRenderer(ClauseCutter clauses, const Voice& voice, Synthesizer& synthesizer,
+                                     UtteranceSink& sink)
+    : cutter_(std::move(clauses)), voice_(voice), synthesizer_(synthesizer), sink_(sink),
+      audible_(AudibleLevel(voice)), mouthSince_(-kMouthHold)
+{
+    synthesizer_.BeginUtterance();
 }
 
 bool UtteranceRenderer::RenderClause()
@@ -97,6 +107,7 @@ bool UtteranceRenderer::Timing(const SpeechTiming& timing)
 {
     timing_ = timing;
     timed_ = true;
+    loudest_ = 0;
     held_.clear();
     return !stopped_;
 }
@@ -163,7 +174,7 @@ void UtteranceRenderer::PlanEvents()
                      [](const TimedEvent& a, const TimedEvent& b) { return a.sample < b.sample; });
 }
 
-// A mouth that would be gone before it is seen gives way to the next one.
+// A mouth that would be gone before it is seen gives way to the next one, which must not come late for it.
 void UtteranceRenderer::PlanMouths()
 {
     acs::Mouth shown = mouth_;
@@ -173,7 +184,7 @@ void UtteranceRenderer::PlanMouths()
         const std::int64_t end = i + 1 < timing_.phonemes.size() ? offset_ + timing_.phonemes[i + 1].start
                                                                  : offset_ + timing_.speechEnd;
         const std::int64_t at = std::max(start, since + kMouthHold);
-        if (timing_.phonemes[i].mouth == shown || at >= end)
+        if (timing_.phonemes[i].mouth == shown || at + kMouthHold > end + kLatestMouth)
             continue;
         shown = timing_.phonemes[i].mouth;
         since = at;
@@ -184,9 +195,38 @@ void UtteranceRenderer::PlanMouths()
 void UtteranceRenderer::Hold(std::span<const std::int16_t> samples)
 {
     held_.insert(held_.end(), samples.begin(), samples.end());
-    const auto loud =
-        std::find_if(held_.rbegin(), held_.rend(), [this](std::int16_t sample) { return Audible(sample); });
-    Release(static_cast<std::size_t>(held_.rend() - loud));
+    for (const std::int16_t sample : samples)
+        loudest_ = std::max(loudest_, std::abs(int{sample}));
+    Release(UntilLast(std::max(audible_, static_cast<int>(loudest_ * kFaded))));
+}
+
+// How many of the samples held there are up to the last one of at least this amplitude.
+std::size_t UtteranceRenderer::UntilLast(int amplitude) const
+{
+    const auto loud = std::find_if(held_.rbegin(), held_.rend(), [amplitude](std::int16_t sample) {
+        return std::abs(int{sample}) >= amplitude;
+    });
+    return static_cast<std::size_t>(held_.rend() - loud);
+}
+
+// What is still held is the voice dying away, for up to a fifth of a second. The mouth closes when that
+// begins, unless a soft consonant is in it.
+void UtteranceRenderer::CloseMouthAtFade()
+{
+    const auto isMouth = [](const TimedEvent& event) { return event.event.kind == Kind::Mouth; };
+    auto last = std::find_if(events_.rbegin(), events_.rend(), isMouth);
+    if (last != events_.rend() && last->event.mouth == acs::Mouth::Closed) {
+        events_.erase(std::prev(last.base()));
+        last = std::find_if(events_.rbegin(), events_.rend(), isMouth);
+    }
+    const bool moves = last != events_.rend();
+    if (moves || mouth_ != acs::Mouth::Closed) {
+        const std::int64_t at = moves ? std::max(made_, last->sample + kMouthHold) : made_;
+        const auto behind = std::find_if(events_.begin(), events_.end(),
+                                         [at](const TimedEvent& event) { return event.sample > at; });
+        events_.insert(behind, {at, {.kind = Kind::Mouth, .mouth = acs::Mouth::Closed}});
+    }
+    Release(UntilLast(audible_));
 }
 
 void UtteranceRenderer::Release(std::size_t count)
@@ -222,6 +262,8 @@ void UtteranceRenderer::EndSound()
     if (!begun_) {
         offset_ = made_;
         PlanEvents();
+    } else if (!held_.empty()) {
+        CloseMouthAtFade();
     }
     const std::int64_t wanted = clause_.pauseMs > 0 ? kExactTail : kTail;
     const auto tail =

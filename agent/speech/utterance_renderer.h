@@ -22,6 +22,9 @@ public:
     // False stops the rendering.
     virtual bool Samples(std::span<const std::int16_t> samples) = 0;
 
+    // Whether the utterance is still wanted.
+    virtual bool Wanted() const { return true; }
+
     // sample counts from the beginning of the utterance and never decreases from event to event.
     virtual void Event(std::int64_t sample, SpeechEvent event) = 0;
 };
@@ -33,6 +36,10 @@ public:
     UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                       UtteranceSink& sink,
                       ClauseCutter::Bookmarks bookmarks = ClauseCutter::Bookmarks::Report);
+
+    // Goes on with an utterance of which some clauses have been taken.
+    UtteranceRenderer(ClauseCutter clauses, const Voice& voice, Synthesizer& synthesizer,
+                      UtteranceSink& sink);
 
     // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped
     // it.
@@ -49,12 +56,15 @@ private:
 
     bool Timing(const SpeechTiming& timing) override;
     bool Samples(std::span<const std::int16_t> samples) override;
+    bool Wanted() const override { return !stopped_ && sink_.Wanted(); }
 
     bool Audible(std::int16_t sample) const { return std::abs(int{sample}) >= audible_; }
     void FindOnset();
     void PlanEvents();
     void PlanMouths();
     void Hold(std::span<const std::int16_t> samples);
+    std::size_t UntilLast(int amplitude) const;
+    void CloseMouthAtFade();
     void Release(std::size_t count);
     void ReleaseEvents(std::int64_t before);
     void EndSound();
@@ -75,14 +85,15 @@ private:
     bool paused_ = true;    // a silence that is to be exact came just before
     bool stopped_ = false;
     acs::Mouth mouth_ = acs::Mouth::Closed;
-    std::int64_t mouthSince_ = 0;
+    std::int64_t mouthSince_;
 
     // Of the clause in work. Positions of the synthesizer become those of the utterance by adding offset_.
     SpeechTiming timing_;
     bool timed_ = false;
     bool begun_ = false; // the leading silence is over
     std::int64_t offset_ = 0;
-    std::vector<std::int16_t> held_; // not yet given: leading samples, or a silence that may be the last
+    std::vector<std::int16_t> held_; // not yet given: leading samples, or what may be the voice dying away
+    int loudest_ = 0;                // amplitude so far
     std::vector<std::int16_t> ready_;
     std::deque<TimedEvent> events_;
     double gain_ = 1;

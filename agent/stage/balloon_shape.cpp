@@ -87,25 +87,25 @@ Rect BalloonBounds(const BalloonPicture& balloon)
     return bounds;
 }
 
-Picture PaintBalloonShape(const BalloonPicture& balloon, double borderWidth)
+Picture PaintBalloonShape(const BalloonPicture& balloon, double borderWidth, int detail)
 {
     const Rect bounds = BalloonBounds(balloon);
     const Rect body{balloon.body.x - bounds.x, balloon.body.y - bounds.y, balloon.body.width,
                     balloon.body.height};
     const Triangle wedge = WedgeOf(balloon, body);
 
-    Picture picture{{bounds.width, bounds.height}, {}, {}};
-    picture.mask.resize(static_cast<std::size_t>(bounds.width) * bounds.height);
+    Picture picture{{bounds.width * detail, bounds.height * detail}, {}, {}};
+    picture.mask.resize(static_cast<std::size_t>(picture.size.width) * picture.size.height);
     picture.colors.resize(picture.mask.size() * 3);
-    for (int y = 0; y < bounds.height; ++y) {
-        for (int x = 0; x < bounds.width; ++x) {
-            const Vector middle{x + 0.5, y + 0.5};
+    for (int y = 0; y < picture.size.height; ++y) {
+        for (int x = 0; x < picture.size.width; ++x) {
+            const Vector middle{(x + 0.5) / detail, (y + 0.5) / detail};
             const double distance =
                 std::min(ToRoundedRect(middle, body, balloon.cornerRadius), ToTriangle(middle, wedge));
             if (distance > 0)
                 continue;
-            const std::size_t i = static_cast<std::size_t>(y) * bounds.width + x;
-            const double border = std::clamp(borderWidth + 0.5 + distance, 0.0, 1.0);
+            const std::size_t i = static_cast<std::size_t>(y) * picture.size.width + x;
+            const double border = std::clamp((borderWidth + distance) * detail + 0.5, 0.0, 1.0);
             const acs::Color& fill = balloon.colors.background;
             const acs::Color& line = balloon.colors.border;
             picture.mask[i] = 255;

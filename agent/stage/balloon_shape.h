@@ -9,7 +9,7 @@ namespace voxtrel::agent::stage {
 Rect BalloonBounds(const BalloonPicture& balloon);
 
 // The empty balloon in those bounds: a rounded body with its wedge and a border that is hard outside and
-// smooth inside. borderWidth in pixels.
-Picture PaintBalloonShape(const BalloonPicture& balloon, double borderWidth);
+// smooth inside. borderWidth in pixels of the screen; the picture has detail times as many, in each direction.
+Picture PaintBalloonShape(const BalloonPicture& balloon, double borderWidth, int detail = 1);
 
 } // namespace voxtrel::agent::stage

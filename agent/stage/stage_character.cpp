@@ -16,7 +16,8 @@
 namespace voxtrel::agent::stage {
 namespace {
 
-constexpr Time kSpeechPoll{30};
+// How often the engine is asked what has been heard while it cannot tell when that will be.
+constexpr Time kSpeechPoll{20};
 
 // A voice is not mixed with sounds, but who asks it to speak does not wait for a long one to end.
 constexpr Time kLongestWaitForSound{1000};
@@ -320,7 +321,6 @@ void StageCharacter::StartSpeaking(Time now)
 void StageCharacter::TakeSpeech(Time now)
 {
     using Kind = speech::SpeechEvent::Kind;
-    nextPoll_ = now + kSpeechPoll;
     for (const speech::SpeechEvent& event : stage_.engine.TakeDueEvents()) {
         switch (event.kind) {
         case Kind::BalloonWord:
@@ -341,12 +341,22 @@ void StageCharacter::TakeSpeech(Time now)
             break;
         }
     }
+    nextPoll_ = NextLookAtSpeech(now);
     if (stage_.engine.Speaking())
         return;
     stage_.speaker = nullptr;
     ShowMouth(acs::Mouth::Closed);
     balloon_.End(now);
     Complete(Result::Success(), now);
+}
+
+// The mouth moves with the voice: the look falls on the moment of the next event.
+Time StageCharacter::NextLookAtSpeech(Time now) const
+{
+    const auto wait = stage_.engine.UntilNextEvent();
+    if (!wait)
+        return now + kSpeechPoll;
+    return now + std::clamp(std::chrono::ceil<Time>(*wait), Time{1}, kSpeechPoll);
 }
 
 void StageCharacter::Silence(Time now)

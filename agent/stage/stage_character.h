@@ -61,6 +61,8 @@ public:
     Result SetLeft(long pixels) override;
     Result SetHeight(long pixels) override;
     Result SetWidth(long pixels) override;
+    long ShownHeight() const override { return ShownSize().height; }
+    long ShownWidth() const override { return ShownSize().width; }
 
     std::wstring TTSModeID() const override;
     Result SetTTSModeID(std::wstring_view id) override;
@@ -99,6 +101,7 @@ private:
     bool CanSpeakHere() const;
     void StartSpeaking(Time now);
     void TakeSpeech(Time now);
+    Time NextLookAtSpeech(Time now) const;
     void Silence(Time now);
     bool Speaking() const { return active_ && phase_ == Phase::Speaking; }
     void ShowMouth(acs::Mouth mouth);
@@ -111,6 +114,8 @@ private:
     void StopIdling(Time now);
 
     Point Position() const;
+    Size ShownSize() const;
+    void FindFigure();
     Result MoveTo(long left, long top);
     Result Resize(long width, long height);
     void Render();
@@ -149,7 +154,7 @@ private:
     std::optional<acs::Mouth> mouth_;
     const acs::Frame* mouthFrame_ = nullptr;
     std::shared_ptr<const Picture> picture_; // in the window; null while it is hidden
-    RowRange figureRows_;
+    RowRange figureRows_;                    // of the picture that shows something, in pixels of the screen
 };
 
 } // namespace voxtrel::agent::stage

@@ -4,6 +4,7 @@
 #include "agent/stage/names.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 // What is to be seen of a character, where it stands, and what the pointer does to it.
@@ -81,6 +82,14 @@ Point StageCharacter::Position() const
             static_cast<int>(std::clamp(top_, -kFarthest, kFarthest))};
 }
 
+// The size that was set is that of a screen of 96 dots an inch.
+Size StageCharacter::ShownSize() const
+{
+    const double scale = stage_.view.PixelScale();
+    return {std::max(1, static_cast<int>(std::lround(size_.width * scale))),
+            std::max(1, static_cast<int>(std::lround(size_.height * scale)))};
+}
+
 Result StageCharacter::MoveTo(long left, long top)
 {
     if (left == left_ && top == top_)
@@ -100,9 +109,7 @@ Result StageCharacter::Resize(long width, long height)
         return OutOfRange();
     size_ = {static_cast<int>(width), static_cast<int>(height)};
     Render();
-    if (picture_ != nullptr)
-        figureRows_ = RowsInUse(*picture_);
-    FollowFigure();
+    FindFigure();
     stage_.view.Wake();
     return Result::Success();
 }
@@ -117,24 +124,37 @@ void StageCharacter::Render()
     }
     if (mouthFrame_ != animator_.Shown())
         mouth_.reset();
-    std::shared_ptr<const Picture> picture = composer_.Compose(animator_.Shown(), mouth_, size_);
+    const Size size = ShownSize();
+    const int detail = stage_.view.PictureDetail();
+    std::shared_ptr<const Picture> picture =
+        composer_.Compose(animator_.Shown(), mouth_, {size.width * detail, size.height * detail});
     if (picture == picture_)
         return;
     picture_ = std::move(picture);
-    window_->ShowFrame(picture_, Position());
+    const Point at = Position();
+    window_->ShowFrame(picture_, {at.x, at.y, size.width, size.height});
     // A balloon that is up stays where it is while the character moves below it.
-    if (!balloon_.Visible()) {
-        figureRows_ = RowsInUse(*picture_);
-        FollowFigure();
+    if (!balloon_.Visible())
+        FindFigure();
+}
+
+void StageCharacter::FindFigure()
+{
+    if (picture_ != nullptr) {
+        const int detail = stage_.view.PictureDetail();
+        const RowRange rows = RowsInUse(*picture_);
+        figureRows_ = {rows.first / detail, (rows.end + detail - 1) / detail};
     }
+    FollowFigure();
 }
 
 void StageCharacter::FollowFigure()
 {
     const Point at = Position();
+    const Size size = ShownSize();
     const bool empty = figureRows_.end == figureRows_.first;
-    const RowRange rows = empty ? RowRange{0, size_.height} : figureRows_;
-    balloon_.Follow({at.x, at.y + rows.first, size_.width, rows.end - rows.first});
+    const RowRange rows = empty ? RowRange{0, size.height} : figureRows_;
+    balloon_.Follow({at.x, at.y + rows.first, size.width, rows.end - rows.first});
 }
 
 void StageCharacter::TellBalloon(bool shown)

@@ -78,8 +78,9 @@ class CharacterView {
 public:
     virtual ~CharacterView() = default;
 
-    // Shows the character's window with this picture; the view keeps it.
-    virtual void ShowFrame(std::shared_ptr<const Picture> picture, Point topLeft) = 0;
+    // Shows the character's window at this place with this picture, which may have more pixels than the place; the
+    // view keeps it.
+    virtual void ShowFrame(std::shared_ptr<const Picture> picture, const Rect& place) = 0;
     virtual void MoveFrame(Point topLeft) = 0;
     virtual void HideFrame() = 0;
 
@@ -118,6 +119,10 @@ public:
 
     // Pixels for what measures one pixel at 96 dots an inch.
     virtual double PixelScale() const = 0;
+
+    // Pixels of a picture to one pixel of the places given here, in each direction: more than one on a desktop that
+    // draws everything larger by itself.
+    virtual int PictureDetail() const { return 1; }
 };
 
 } // namespace voxtrel::agent::stage

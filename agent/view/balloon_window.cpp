@@ -1,6 +1,7 @@
 #include "agent/view/balloon_window.h"
 
 #include "agent/stage/balloon_shape.h"
+#include "agent/view/native_window.h"
 
 #include <wx/dc.h>
 #include <wx/font.h>
@@ -58,12 +59,12 @@ void BalloonWindow::ShowBalloon(const stage::BalloonPicture& balloon, double bor
     balloon_ = balloon;
     SetTitle(TextOf(balloon));
     const stage::Rect bounds = stage::BalloonBounds(balloon);
-    const wxPoint topLeft(bounds.x, bounds.y);
     if (sameShape) {
-        MovePicture(topLeft);
+        MovePicture(wxPoint(bounds.x, bounds.y));
         Refresh(false);
     } else {
-        SetPicture(stage::PaintBalloonShape(balloon, borderWidth), topLeft);
+        SetPicture(stage::PaintBalloonShape(balloon, borderWidth, DotsToAPixel()),
+                   wxRect(bounds.x, bounds.y, bounds.width, bounds.height));
     }
     Appear();
 }

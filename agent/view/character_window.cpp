@@ -3,6 +3,7 @@
 #include <wx/display.h>
 #include <wx/utils.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace voxtrel::agent::view {
@@ -42,15 +43,16 @@ CharacterWindow::CharacterWindow(const wxString& name, stage::PointerInput& inpu
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { input_.PressLost(); });
 }
 
-void CharacterWindow::ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxPoint& topLeft)
+void CharacterWindow::ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxRect& place)
 {
     picture_ = std::move(picture);
+    place_ = place;
     // Window managers pull a window that was moved off the screen back to its edge, so it is hidden instead.
-    if (!AnythingToSee(topLeft)) {
+    if (!AnythingToSee()) {
         Hide();
         return;
     }
-    SetPicture(*picture_, topLeft);
+    SetPicture(*picture_, place_);
     Appear();
 }
 
@@ -58,10 +60,11 @@ void CharacterWindow::MoveFrame(const wxPoint& topLeft)
 {
     if (picture_ == nullptr)
         return;
-    if (IsShown() && AnythingToSee(topLeft))
+    place_.SetPosition(topLeft);
+    if (IsShown() && AnythingToSee())
         MovePicture(topLeft);
     else
-        ShowFrame(picture_, topLeft);
+        ShowFrame(picture_, place_);
 }
 
 void CharacterWindow::HideFrame()
@@ -70,10 +73,12 @@ void CharacterWindow::HideFrame()
     Hide();
 }
 
-bool CharacterWindow::AnythingToSee(const wxPoint& topLeft) const
+bool CharacterWindow::AnythingToSee() const
 {
     const stage::RowRange rows = stage::RowsInUse(*picture_);
-    const wxRect used(topLeft.x, topLeft.y + rows.first, picture_->size.width, rows.end - rows.first);
+    const int height = std::max(picture_->size.height, 1);
+    const int first = rows.first * place_.height / height;
+    const wxRect used(place_.x, place_.y + first, place_.width, rows.end * place_.height / height - first);
     for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
         if (wxDisplay(i).GetGeometry().Intersects(used))
             return true;
@@ -81,8 +86,8 @@ bool CharacterWindow::AnythingToSee(const wxPoint& topLeft) const
     return false;
 }
 
-// Where the window is on the screen is not asked: it may be moving under the pointer, and on a busy desktop the toolkit
-// learns the place of a new window late or never. Only the pointer's own place is sure.
+// Where the window is on the screen is not asked: it may be moving under the pointer, and on a busy desktop
+// the toolkit learns the place of a new window late or never. Only the pointer's own place is sure.
 void CharacterWindow::OnPress(wxMouseEvent& event)
 {
     if (event.LeftDown() && !HasCapture())

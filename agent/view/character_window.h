@@ -17,13 +17,13 @@ public:
     // input outlives the window.
     CharacterWindow(const wxString& name, stage::PointerInput& input, MenuHook menu);
 
-    void ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxPoint& topLeft);
+    void ShowFrame(std::shared_ptr<const stage::Picture> picture, const wxRect& place);
     void MoveFrame(const wxPoint& topLeft);
     void HideFrame();
 
 private:
     // Of the picture at its place, anything can be seen.
-    bool AnythingToSee(const wxPoint& topLeft) const;
+    bool AnythingToSee() const;
     void OnPress(wxMouseEvent& event);
     void OnDoublePress(wxMouseEvent& event);
     void OnRelease(wxMouseEvent& event);
@@ -32,6 +32,7 @@ private:
     stage::PointerInput& input_;
     MenuHook menu_;
     std::shared_ptr<const stage::Picture> picture_; // null while hidden
+    wxRect place_;
 };
 
 } // namespace voxtrel::agent::view

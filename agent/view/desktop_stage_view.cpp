@@ -39,9 +39,9 @@ public:
     DesktopCharacterView(const DesktopCharacterView&) = delete;
     DesktopCharacterView& operator=(const DesktopCharacterView&) = delete;
 
-    void ShowFrame(std::shared_ptr<const stage::Picture> picture, stage::Point topLeft) override
+    void ShowFrame(std::shared_ptr<const stage::Picture> picture, const stage::Rect& place) override
     {
-        character_->ShowFrame(std::move(picture), wxPoint(topLeft.x, topLeft.y));
+        character_->ShowFrame(std::move(picture), wxRect(place.x, place.y, place.width, place.height));
     }
     void MoveFrame(stage::Point topLeft) override { character_->MoveFrame(wxPoint(topLeft.x, topLeft.y)); }
     void HideFrame() override { character_->HideFrame(); }
@@ -136,6 +136,8 @@ std::optional<stage::Rect> DesktopStageView::WorkAreaAt(const stage::Rect& rect)
 }
 
 double DesktopStageView::PixelScale() const { return std::max(1.0, FontScale()); }
+
+int DesktopStageView::PictureDetail() const { return DotsToAPixel(); }
 
 void DesktopStageView::OnTimer()
 {

@@ -26,6 +26,7 @@ public:
                                                             stage::PointerInput& input) override;
     std::optional<stage::Rect> WorkAreaAt(const stage::Rect& rect) const override;
     double PixelScale() const override;
+    int PictureDetail() const override;
 
 private:
     void OnTimer();

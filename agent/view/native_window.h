@@ -1,5 +1,6 @@
 #pragma once
 
+#include <wx/region.h>
 #include <wx/toplevel.h>
 
 // The few things about windows that only the system itself can do.
@@ -8,6 +9,12 @@ namespace voxtrel::agent::view {
 // Called once, before the window is first shown: it never takes the focus, neither when it appears nor when
 // it is clicked, and is in no list of windows.
 void KeepOutOfFocus(wxTopLevelWindow& window);
+
+// Gives the window an outline, in dots of the screen.
+void SetOutline(wxTopLevelWindow& window, const wxRegion& outline);
+
+// Dots of the screen to one pixel of a window, in each direction.
+int DotsToAPixel();
 
 // Pixels for what measures one pixel at 96 dots an inch, with the user's own scale for fonts.
 double FontScale();

@@ -1,6 +1,10 @@
 #include "agent/view/native_window.h"
 
+#include <X11/extensions/shape.h>
+#include <gdk/gdkx.h>
 #include <gtk/gtk.h>
+
+#include <vector>
 
 namespace voxtrel::agent::view {
 
@@ -14,6 +18,25 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
     gtk_window_set_type_hint(native, GDK_WINDOW_TYPE_HINT_UTILITY);
     // The shape is kept by the system's window, which must exist before the first picture.
     gtk_widget_realize(widget);
+}
+
+// The toolkit's own function counts in the pixels of its windows, which are several dots on a screen of high
+// resolution: every slope would be a stair.
+void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)
+{
+    GdkWindow* native = gtk_widget_get_window(window.GetHandle());
+    std::vector<XRectangle> rectangles;
+    for (wxRegionIterator i(outline); i; ++i)
+        rectangles.push_back({static_cast<short>(i.GetX()), static_cast<short>(i.GetY()),
+                              static_cast<unsigned short>(i.GetW()), static_cast<unsigned short>(i.GetH())});
+    XShapeCombineRectangles(GDK_WINDOW_XDISPLAY(native), GDK_WINDOW_XID(native), ShapeBounding, 0, 0,
+                            rectangles.data(), static_cast<int>(rectangles.size()), ShapeSet, Unsorted);
+}
+
+int DotsToAPixel()
+{
+    GdkMonitor* monitor = gdk_display_get_monitor(gdk_display_get_default(), 0);
+    return monitor != nullptr ? gdk_monitor_get_scale_factor(monitor) : 1;
 }
 
 double FontScale()

@@ -12,6 +12,10 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
     ::SetWindowLongPtrW(handle, GWL_EXSTYLE, style | WS_EX_NOACTIVATE);
 }
 
+void SetOutline(wxTopLevelWindow& window, const wxRegion& outline) { window.SetShape(outline); }
+
+int DotsToAPixel() { return 1; }
+
 double FontScale() { return wxScreenDC().GetPPI().y / 96.0; }
 
 // A bitmap counts as one of 96 dots an inch, whatever the screen has.

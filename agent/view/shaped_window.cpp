@@ -35,11 +35,11 @@ wxRegion RegionOf(const stage::Picture& picture)
     return region;
 }
 
-wxBitmap BitmapOf(const stage::Picture& picture)
+wxBitmap BitmapOf(const stage::Picture& picture, double scale)
 {
     wxImage image(picture.size.width, picture.size.height, false);
     std::copy(picture.colors.begin(), picture.colors.end(), image.GetData());
-    return wxBitmap(image);
+    return wxBitmap(image, wxBITMAP_SCREEN_DEPTH, scale);
 }
 
 } // namespace
@@ -57,15 +57,14 @@ ShapedWindow::ShapedWindow(const wxString& title)
     Bind(wxEVT_CLOSE_WINDOW, [](wxCloseEvent& event) { event.Veto(event.CanVeto()); });
 }
 
-void ShapedWindow::SetPicture(const stage::Picture& picture, const wxPoint& topLeft)
+void ShapedWindow::SetPicture(const stage::Picture& picture, const wxRect& place)
 {
-    const wxRect bounds(topLeft, wxSize(picture.size.width, picture.size.height));
-    if (bounds_ != bounds)
-        SetSize(bounds.x, bounds.y, bounds.width, bounds.height, wxSIZE_ALLOW_MINUS_ONE);
-    bounds_ = bounds;
-    bitmap_ = BitmapOf(picture);
+    if (bounds_ != place)
+        SetSize(place.x, place.y, place.width, place.height, wxSIZE_ALLOW_MINUS_ONE);
+    bounds_ = place;
+    bitmap_ = BitmapOf(picture, static_cast<double>(picture.size.width) / std::max(place.width, 1));
     if (shapeSize_ != picture.size || shape_ != picture.mask) {
-        SetShape(RegionOf(picture));
+        SetOutline(*this, RegionOf(picture));
         shapeSize_ = picture.size;
         shape_ = picture.mask;
     }

@@ -20,7 +20,7 @@ public:
 
 protected:
     // Takes on the picture's outline and colours, at this place. Nothing is done that would change nothing.
-    void SetPicture(const stage::Picture& picture, const wxPoint& topLeft);
+    void SetPicture(const stage::Picture& picture, const wxRect& place);
     void MovePicture(const wxPoint& topLeft);
     void Appear();
 

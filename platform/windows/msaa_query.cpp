@@ -31,7 +31,7 @@ ComPointer<IAccessible> AccessibleFrom(IDispatch* dispatch)
 {
     ComPointer<IAccessible> accessible;
     if (dispatch)
-        dispatch->QueryInterface(IID_IAccessible, accessible.ReceiveVoid());
+        dispatch->QueryInterface(__uuidof(IAccessible), accessible.ReceiveVoid());
     return accessible;
 }
 
@@ -143,7 +143,7 @@ MsaaObject ObjectUnder(POINT point)
 MsaaObject ObjectOf(HWND window)
 {
     MsaaObject object;
-    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                    object.accessible.ReceiveVoid()) != S_OK)
         return {};
     return object;

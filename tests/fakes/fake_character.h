@@ -86,6 +86,8 @@ public:
     long Left() const override { return left; }
     long Height() const override { return height; }
     long Width() const override { return width; }
+    long ShownHeight() const override { return height * resolution; }
+    long ShownWidth() const override { return width * resolution; }
     agent::Result SetTop(long pixels) override { return Set(L"Top", top, pixels); }
     agent::Result SetLeft(long pixels) override { return Set(L"Left", left, pixels); }
     agent::Result SetHeight(long pixels) override { return Set(L"Height", height, pixels); }
@@ -122,6 +124,7 @@ public:
     long left = 9;
     long height = 200;
     long width = 160;
+    long resolution = 1; // pixels of the screen to one of the size
     bool soundEffects = true;
     bool visible = false;
     agent::Result failure; // of every call, when it is one

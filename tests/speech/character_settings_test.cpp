@@ -184,6 +184,16 @@ TEST_F(LoadSettingsTest, ParksAHiddenCharacterOutsideTheScreen)
     }
 }
 
+TEST_F(LoadSettingsTest, ParksAllOfACharacterThatIsLargerOnThisScreen)
+{
+    character.resolution = 2;
+    store.SaveSetting(L"Agent", L"Agent_Hidden", L"1");
+    LoadWith(L"Agent", L"Agent_Position_List_Index", L"0");
+    EXPECT_EQ(character.height, 128);
+    EXPECT_EQ(character.top, -256);
+    EXPECT_EQ(character.left, -256);
+}
+
 TEST_F(LoadSettingsTest, ReadsWhatIsNotNumericAsZero)
 {
     for (const wchar_t* key : {L"Top", L"Left", L"FontSize", L"Pitch", L"speed", L"volume",

@@ -92,6 +92,21 @@ TEST_F(CompilerTest, DrawsFlatColoursExactlyWithAHardEdge)
     EXPECT_EQ(picture.At(4, 4), kNothing); // the star is hidden
 }
 
+TEST_F(CompilerTest, DrawsMorePixelsToAUnitWhenToldTo)
+{
+    const CharacterFile character =
+        Compile("detail 2\npose stars empty { star show }\nanimation A { frame rest + stars at 10,10 }\n");
+    EXPECT_EQ(character.width, 80);
+    EXPECT_EQ(character.height, 80);
+    const Pixels picture = ComposeFrame(character, character.animations[0].frames[0]);
+    EXPECT_EQ(picture.At(20, 20), kRed);
+    EXPECT_EQ(picture.At(59, 59), kRed);
+    EXPECT_EQ(picture.At(19, 40), kNothing);
+    EXPECT_EQ(picture.At(60, 40), kNothing);
+    EXPECT_EQ(picture.At(40, 12), kBlue);
+    EXPECT_EQ(picture.At(30, 30), kYellow);
+}
+
 TEST_F(CompilerTest, CropsPicturesToTheirContent)
 {
     const CharacterFile character = Compile("animation A { frame rest }\n");

@@ -94,7 +94,7 @@ constexpr Mistake kMistakes[] = {
     {"colour red", "1: 'colour' was not expected here"},
     {"guid 5", "1: the identity must stand in double quotes: \"5\""},
     {"guid \"5\"", "1: the identity has the form {01234567-89AB-CDEF-0123-456789ABCDEF}"},
-    {"size 8,8", "1: the frame is 16 to 512 pixels wide and high"},
+    {"size 8,8", "1: the frame is 16 to 512 units wide and high"},
     {"language xx { name \"A\" }", "1: the language 'xx' is not known; use a number like 0x0409"},
     {"language de { name \"A }", "1: a text has no closing quote"},
     {"language de {\n name Anna\n}", "2: a text must stand in double quotes: \"Anna\""},

@@ -1,6 +1,7 @@
 #include "tools/acsc/take_apart.h"
 
 #include "agent/acs/file_images.h"
+#include "agent/acs/reader.h"
 #include "agent/acs/writer.h"
 #include "tools/acsc/frames_text.h"
 #include "tools/acsc/statement.h"
@@ -33,8 +34,11 @@ CharacterFile Unusual()
         character.palette[i] = {static_cast<std::uint8_t>(i / 2), 10, 20}; // no colour is alone
     character.localized = {{0x0409, L"100 % \"quoted\"", L"two\nlines", L"\u00E4 // {}"},
                            {0x0C0A, L"", L"", L""}};
-    character.voice = agent::acs::VoiceInfo{"{CA141FD0-AC7F-11D1-97A3-006008273000}",
-                                            "{CA141FD0-AC7F-11D1-97A3-006008273001}", 170, 0xFFFF};
+    character.voice = agent::acs::VoiceInfo{
+        "{CA141FD0-AC7F-11D1-97A3-006008273000}", "{CA141FD0-AC7F-11D1-97A3-006008273001}", 170, 0xFFFF,
+        agent::acs::VoiceTraits{0x0809, L"the \"north\"", 1, 70, L"calm"}};
+    character.animationSet = {2, 7};
+    character.trayIcon = {{40, 0, 0, 1}, {41, 13, 10, 255}};
     character.balloon.emplace();
     character.balloon->background = {200, 240, 255};
     character.balloon->italic = true;
@@ -84,6 +88,25 @@ TEST_F(TakeApartTest, ComesBackToTheLastByte)
     const auto made = PutTogether(folder_);
     ASSERT_EQ(Mistake(), "");
     EXPECT_TRUE(WriteCharacterFile(std::get<CharacterFile>(made)) == WriteCharacterFile(Unusual()));
+}
+
+TEST_F(TakeApartTest, KeepsWhatThisProgramDoesNotUse)
+{
+    const auto made = PutTogether(folder_);
+    ASSERT_EQ(Mistake(), "");
+    const agent::acs::ReadOutcome read =
+        agent::acs::ReadCharacterFile(WriteCharacterFile(std::get<CharacterFile>(made)));
+    ASSERT_TRUE(read.result.Ok());
+    EXPECT_TRUE(read.character.voice == Unusual().voice);
+    EXPECT_TRUE(read.character.trayIcon == Unusual().trayIcon);
+    EXPECT_TRUE(read.character.animationSet == Unusual().animationSet);
+    EXPECT_TRUE(read.character.palette == Unusual().palette);
+}
+
+TEST_F(TakeApartTest, SaysThatTheTrayIconIsMissing)
+{
+    std::filesystem::remove(folder_ / "tray-mask.dib");
+    EXPECT_NE(Mistake().find("tray-mask.dib"), std::string::npos) << Mistake();
 }
 
 TEST_F(TakeApartTest, KeepsWhatTheFileFormatDoesNot)

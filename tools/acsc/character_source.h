@@ -16,7 +16,7 @@ namespace voxtrel::acsc {
 
 struct Layer {
     Stance stance;
-    int x = 0; // pixels
+    int x = 0;
     int y = 0;
     friend auto operator<=>(const Layer&, const Layer&) = default;
 };
@@ -46,8 +46,9 @@ struct MouthSet {
 
 struct CharacterSource {
     std::string guid;
-    int width = 0; // pixels
+    int width = 0; // of a frame, in the units of everything here
     int height = 0;
+    int detail = 1; // pixels to a unit
     bool standardAnimationSet = false;
     std::vector<std::string> drawings;   // file names in the folder of the source
     std::vector<SoundSource> sounds;     // those written down as tones

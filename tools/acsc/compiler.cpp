@@ -83,8 +83,8 @@ public:
         character.images = std::make_shared<agent::acs::MemoryImages>(std::move(images_));
 
         character.guid = source_.guid;
-        character.width = source_.width;
-        character.height = source_.height;
+        character.width = source_.width * source_.detail;
+        character.height = source_.height * source_.detail;
         character.transparentIndex = kTransparentIndex;
         character.standardAnimationSet = source_.standardAnimationSet;
         character.localized = source_.localized;
@@ -162,7 +162,8 @@ private:
         for (auto layer = from.layers.rbegin(); layer != from.layers.rend(); ++layer) {
             const Drawn& drawn = drawn_.at(layer->stance);
             if (!drawn.pixels.data.empty())
-                frame.images.push_back({Store(drawn.pixels), drawn.x + layer->x, drawn.y + layer->y});
+                frame.images.push_back({Store(drawn.pixels), drawn.x + layer->x * source_.detail,
+                                        drawn.y + layer->y * source_.detail});
         }
         if (!from.mouths)
             return frame;
@@ -170,7 +171,8 @@ private:
         const SevenMouths& mouths = mouths_.at({speaker.stance, *from.mouths});
         for (std::size_t i = 0; i < mouths.size(); ++i)
             frame.mouths.push_back({static_cast<Mouth>(i), false, Store(mouths[i].pixels),
-                                    mouths[i].x + speaker.x, mouths[i].y + speaker.y});
+                                    mouths[i].x + speaker.x * source_.detail,
+                                    mouths[i].y + speaker.y * source_.detail});
         return frame;
     }
 

@@ -1,5 +1,6 @@
 #include "agent/acs/guid.h"
 #include "agent/acs/unicode.h"
+#include "tools/acsc/character_words.h"
 #include "tools/acsc/frames_text.h"
 #include "tools/acsc/statement.h"
 
@@ -47,17 +48,6 @@ std::string GuidOf(WordReader& words)
     return text;
 }
 
-Color ColorOf(WordReader& words)
-{
-    const std::string text = words.Any("a colour");
-    unsigned value = 0;
-    const char* const end = text.data() + text.size();
-    if (text.size() != 7 || text[0] != '#' || std::from_chars(text.data() + 1, end, value, 16).ptr != end)
-        words.Fail("'" + text + "' is no colour like #FFFBF0");
-    return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8 & 0xFF),
-            static_cast<std::uint8_t>(value & 0xFF)};
-}
-
 // "at X,Y".
 std::pair<int, int> PlaceOf(WordReader& words)
 {
@@ -87,6 +77,26 @@ LocalizedInfo LanguageOf(const Statement& statement, WordReader& head)
     return info;
 }
 
+VoiceTraits TraitsOf(const Statement& statement)
+{
+    VoiceTraits traits;
+    for (const Statement& line : statement.block) {
+        WordReader words(line);
+        if (words.Accept("language"))
+            traits.language = static_cast<std::uint16_t>(words.Integer("the language", 0, kMostU16));
+        else if (words.Accept("dialect"))
+            traits.dialect = WideTextOf(words);
+        else if (words.Accept("gender"))
+            traits.gender = static_cast<std::uint16_t>(words.Integer("the gender", 0, kMostU16));
+        else if (words.Accept("age"))
+            traits.age = static_cast<std::uint16_t>(words.Integer("the age", 0, kMostU16));
+        else if (words.Accept("style"))
+            traits.style = WideTextOf(words);
+        words.Finish();
+    }
+    return traits;
+}
+
 VoiceInfo VoiceOf(const Statement& statement)
 {
     VoiceInfo voice;
@@ -100,6 +110,8 @@ VoiceInfo VoiceOf(const Statement& statement)
             voice.speed = static_cast<std::uint32_t>(words.Number("the speed"));
         else if (words.Accept("pitch"))
             voice.pitch = static_cast<std::uint16_t>(words.Integer("the pitch", 0, kMostU16));
+        else if (words.Accept("speaker"))
+            voice.traits = TraitsOf(line);
         words.Finish();
     }
     return voice;
@@ -114,12 +126,6 @@ BalloonInfo BalloonOf(const Statement& statement)
             balloon.lines = words.Integer("the lines", 0, 255);
         else if (words.Accept("characters"))
             balloon.charactersPerLine = words.Integer("the characters", 0, 255);
-        else if (words.Accept("text"))
-            balloon.text = ColorOf(words);
-        else if (words.Accept("background"))
-            balloon.background = ColorOf(words);
-        else if (words.Accept("border"))
-            balloon.border = ColorOf(words);
         else if (words.Accept("font"))
             balloon.fontName = WideTextOf(words);
         else if (words.Accept("height"))
@@ -128,12 +134,8 @@ BalloonInfo BalloonOf(const Statement& statement)
             balloon.fontWeight = words.Integer("the weight", -kMost, kMost);
         else if (words.Accept("italic"))
             balloon.italic = words.OnOff();
-        else if (words.Accept("sizetotext"))
-            balloon.sizeToText = words.OnOff();
-        else if (words.Accept("autohide"))
-            balloon.autoHide = words.OnOff();
-        else if (words.Accept("autopace"))
-            balloon.autoPace = words.OnOff();
+        else
+            AcceptBalloonWord(words, balloon);
         words.Finish();
     }
     return balloon;
@@ -239,6 +241,14 @@ TakenApart ParseFramesText(std::string_view text)
             character.transparentIndex = static_cast<std::uint8_t>(words.Integer("the index", 0, 255));
         } else if (words.Accept("standardset")) {
             character.standardAnimationSet = true;
+        } else if (words.Accept("animationset")) {
+            character.animationSet.major =
+                static_cast<std::uint16_t>(words.Integer("the version", 0, kMostU16));
+            character.animationSet.minor =
+                static_cast<std::uint16_t>(words.Integer("the version", 0, kMostU16));
+        } else if (words.Accept("trayicon")) {
+            parts.trayMask = TextOf(words);
+            parts.trayColors = TextOf(words);
         } else if (words.Accept("colors")) {
             for (; !words.AtEnd() && colors < kColors; ++colors)
                 character.palette.at(colors) = ColorOf(words);

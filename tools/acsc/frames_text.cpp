@@ -48,10 +48,18 @@ std::string LanguageText(const LocalizedInfo& info)
            Quoted(info.description) + "\n    extra " + Quoted(info.extraData) + "\n}\n";
 }
 
+std::string SpeakerText(const VoiceTraits& traits)
+{
+    return "    speaker {\n        language " + Number(traits.language) + "\n        dialect " +
+           Quoted(traits.dialect) + "\n        gender " + Number(traits.gender) + "\n        age " +
+           Number(traits.age) + "\n        style " + Quoted(traits.style) + "\n    }\n";
+}
+
 std::string VoiceText(const VoiceInfo& voice)
 {
     return "voice {\n    engine " + Quoted(voice.engineId) + "\n    mode " + Quoted(voice.modeId) +
-           "\n    speed " + Number(voice.speed) + "\n    pitch " + Number(voice.pitch) + "\n}\n";
+           "\n    speed " + Number(voice.speed) + "\n    pitch " + Number(voice.pitch) + "\n" +
+           (voice.traits ? SpeakerText(*voice.traits) : "") + "}\n";
 }
 
 std::string BalloonText(const BalloonInfo& balloon)
@@ -112,6 +120,10 @@ std::string WriteFramesText(const TakenApart& parts)
                        "\n";
     if (character.standardAnimationSet)
         text += "standardset\n";
+    text += "animationset " + Number(character.animationSet.major) + " " +
+            Number(character.animationSet.minor) + "\n";
+    if (!parts.trayMask.empty())
+        text += "trayicon " + Quoted(parts.trayMask) + " " + Quoted(parts.trayColors) + "\n";
     text += PaletteText(character.palette);
     for (const LocalizedInfo& info : character.localized)
         text += LanguageText(info);

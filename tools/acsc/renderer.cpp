@@ -20,7 +20,8 @@ namespace voxtrel::acsc {
 
 namespace {
 
-constexpr int kOversampling = 4;  // in each direction
+constexpr int kSamplesToAUnit = 4; // in each direction, at least
+constexpr int kLeastOversampling = 2;
 constexpr double kNothing = 1e-6; // the share of its area below which a part is not drawn
 
 template <auto Free> struct Deleter {
@@ -71,7 +72,7 @@ RsvgRectangle ViewBoxOf(const Drawing& drawing)
 }
 
 // The average of the samples under each pixel; cairo's are premultiplied, ours are not.
-Pixels ScaleDown(cairo_surface_t* surface, int width, int height)
+Pixels ScaleDown(cairo_surface_t* surface, int width, int height, int oversampling)
 {
     cairo_surface_flush(surface);
     const unsigned char* const bytes = cairo_image_surface_get_data(surface);
@@ -80,11 +81,11 @@ Pixels ScaleDown(cairo_surface_t* surface, int width, int height)
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             std::uint32_t alpha = 0, red = 0, green = 0, blue = 0;
-            for (int sy = 0; sy < kOversampling; ++sy) {
+            for (int sy = 0; sy < oversampling; ++sy) {
                 const auto* row = reinterpret_cast<const std::uint32_t*>(
-                    bytes + static_cast<std::ptrdiff_t>(y * kOversampling + sy) * stride);
-                for (int sx = 0; sx < kOversampling; ++sx) {
-                    const std::uint32_t sample = row[x * kOversampling + sx];
+                    bytes + static_cast<std::ptrdiff_t>(y * oversampling + sy) * stride);
+                for (int sx = 0; sx < oversampling; ++sx) {
+                    const std::uint32_t sample = row[x * oversampling + sx];
                     alpha += sample >> 24;
                     red += (sample >> 16) & 0xFF;
                     green += (sample >> 8) & 0xFF;
@@ -93,12 +94,12 @@ Pixels ScaleDown(cairo_surface_t* surface, int width, int height)
             }
             if (alpha == 0)
                 continue;
-            constexpr std::uint32_t kSamples = kOversampling * kOversampling;
+            const auto samples = static_cast<std::uint32_t>(oversampling * oversampling);
             const auto plain = [&](std::uint32_t sum) {
                 return static_cast<std::uint8_t>(std::min((sum * 255 + alpha / 2) / alpha, 255u));
             };
             pixels.At(x, y) = {plain(red), plain(green), plain(blue),
-                               static_cast<std::uint8_t>((alpha + kSamples / 2) / kSamples)};
+                               static_cast<std::uint8_t>((alpha + samples / 2) / samples)};
         }
     }
     return pixels;
@@ -114,7 +115,9 @@ cairo_matrix_t ToCairo(const Affine& affine)
 class Renderer::Drawings {
 public:
     Drawings(const CharacterSource& source, const std::filesystem::path& folder)
-        : width_(source.width * kOversampling), height_(source.height * kOversampling)
+        : oversampling_(std::max(kLeastOversampling, kSamplesToAUnit / source.detail)),
+          width_(source.width * source.detail * oversampling_),
+          height_(source.height * source.detail * oversampling_)
     {
         for (const std::string& file : source.drawings)
             drawings_.push_back(Open(folder, file));
@@ -139,6 +142,8 @@ public:
                 Record(variant, part.line);
         }
     }
+
+    int Oversampling() const { return oversampling_; }
 
     Surface Draw(const std::vector<Part>& parts, const Stance& stance) const
     {
@@ -216,7 +221,8 @@ private:
         elements_.emplace(id, std::move(element));
     }
 
-    int width_; // in samples
+    int oversampling_; // samples to a pixel, in each direction
+    int width_;        // in samples
     int height_;
     Affine toSamples_, fromSamples_; // from drawing units and back
     std::vector<Drawing> drawings_;
@@ -233,7 +239,8 @@ Renderer::~Renderer() = default;
 Pixels Renderer::Draw(const Stance& stance) const
 {
     const Surface surface = drawings_->Draw(source_.parts, stance);
-    Pixels pixels = ScaleDown(surface.get(), source_.width, source_.height);
+    Pixels pixels = ScaleDown(surface.get(), source_.width * source_.detail, source_.height * source_.detail,
+                              drawings_->Oversampling());
     HardenOutline(pixels);
     return pixels;
 }

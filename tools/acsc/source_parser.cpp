@@ -2,6 +2,7 @@
 #include "agent/acs/unicode.h"
 #include "tools/acsc/animation_parser.h"
 #include "tools/acsc/character_source.h"
+#include "tools/acsc/character_words.h"
 #include "tools/acsc/pose_parser.h"
 
 #include <algorithm>
@@ -15,12 +16,11 @@ namespace voxtrel::acsc {
 namespace {
 
 using agent::acs::BalloonInfo;
-using agent::acs::Color;
 using agent::acs::LocalizedInfo;
 using agent::acs::State;
 using agent::acs::VoiceInfo;
 
-constexpr int kSmallestFrame = 16, kLargestFrame = 512; // pixels
+constexpr int kSmallestFrame = 16, kLargestFrame = 512, kMostDetail = 4;
 constexpr std::size_t kLongestName = 32, kLongestDescription = 256;
 constexpr std::uint16_t kEnglish = 0x0409;
 
@@ -53,17 +53,6 @@ std::uint16_t ParseLanguage(WordReader& words)
     if (digits.empty() || error != std::errc{} || end != digits.data() + digits.size() || value > 0xFFFF)
         words.Fail("the language '" + name + "' is not known; use a number like 0x0409");
     return static_cast<std::uint16_t>(value);
-}
-
-Color ParseColor(WordReader& words)
-{
-    const std::string text = words.Any("a colour");
-    unsigned value = 0;
-    const char* const end = text.data() + text.size();
-    if (text.size() != 7 || text[0] != '#' || std::from_chars(text.data() + 1, end, value, 16).ptr != end)
-        words.Fail("'" + text + "' is no colour like #FFFBF0");
-    return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>((value >> 8) & 0xFF),
-            static_cast<std::uint8_t>(value & 0xFF)};
 }
 
 std::wstring ParseText(WordReader& words, std::size_t longest)
@@ -142,20 +131,10 @@ BalloonInfo ParseBalloon(const Statement& statement)
             balloon.lines = words.Integer("the number of lines", 1, 128);
         else if (words.Accept("characters"))
             balloon.charactersPerLine = words.Integer("the number of characters", 8, 255);
-        else if (words.Accept("text"))
-            balloon.text = ParseColor(words);
-        else if (words.Accept("background"))
-            balloon.background = ParseColor(words);
-        else if (words.Accept("border"))
-            balloon.border = ParseColor(words);
         else if (words.Accept("font"))
             ParseFont(words, balloon);
-        else if (words.Accept("sizetotext"))
-            balloon.sizeToText = words.OnOff();
-        else if (words.Accept("autohide"))
-            balloon.autoHide = words.OnOff();
-        else if (words.Accept("autopace"))
-            balloon.autoPace = words.OnOff();
+        else
+            AcceptBalloonWord(words, balloon);
         words.Finish();
     }
     return balloon;
@@ -231,9 +210,11 @@ private:
             const Point size = words.Pair("the size");
             const auto fits = [](double side) { return side >= kSmallestFrame && side <= kLargestFrame; };
             if (!fits(size.x) || !fits(size.y))
-                words.Fail("the frame is 16 to 512 pixels wide and high");
+                words.Fail("the frame is 16 to 512 units wide and high");
             source_.width = static_cast<int>(size.x);
             source_.height = static_cast<int>(size.y);
+        } else if (words.Accept("detail")) {
+            source_.detail = words.Integer("the pixels to a unit", 1, kMostDetail);
         } else if (words.Accept("drawing")) {
             source_.drawings.push_back(words.Any("the file of the drawing"));
         } else if (words.Accept("standardset")) {

@@ -24,6 +24,8 @@ using agent::acs::CharacterFile;
 using agent::acs::Image;
 
 constexpr const char* kFramesFile = "frames.txt";
+constexpr const char* kTrayMaskFile = "tray-mask.dib";
+constexpr const char* kTrayColorsFile = "tray-colors.dib";
 
 std::string FileName(const char* kind, std::size_t number, const char* ending)
 {
@@ -57,18 +59,27 @@ Image ReadImage(const std::filesystem::path& folder, const std::string& name)
     return std::get<Image>(std::move(read));
 }
 
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes ReadPart(const std::filesystem::path& folder, const std::string& name, const char* what)
+{
+    auto bytes = ReadBytes<Bytes>(folder / name);
+    if (!bytes)
+        throw SourceError(0, name + ": " + what + " cannot be read");
+    return std::move(*bytes);
+}
+
 CharacterFile Assemble(TakenApart parts, const std::filesystem::path& folder)
 {
     std::vector<Image> images;
     for (const std::string& name : parts.images)
         images.push_back(ReadImage(folder, name));
-    std::vector<std::vector<std::uint8_t>> sounds;
-    for (const std::string& name : parts.sounds) {
-        auto bytes = ReadBytes<std::vector<std::uint8_t>>(folder / name);
-        if (!bytes)
-            throw SourceError(0, name + ": the sound cannot be read");
-        sounds.push_back(std::move(*bytes));
-    }
+    std::vector<Bytes> sounds;
+    for (const std::string& name : parts.sounds)
+        sounds.push_back(ReadPart(folder, name, "the sound"));
+    if (!parts.trayMask.empty())
+        parts.character.trayIcon = {ReadPart(folder, parts.trayMask, "the tray icon"),
+                                    ReadPart(folder, parts.trayColors, "the tray icon")};
     parts.character.images = std::make_shared<agent::acs::MemoryImages>(std::move(images));
     parts.character.sounds = std::make_shared<agent::acs::MemoryWaves>(std::move(sounds));
     return std::move(parts.character);
@@ -88,7 +99,14 @@ std::string TakeApart(const CharacterFile& character, const std::filesystem::pat
     };
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    TakenApart parts{character, {}, {}};
+    TakenApart parts{character, {}, {}, {}, {}};
+    if (const auto& icon = character.trayIcon) {
+        parts.trayMask = kTrayMaskFile;
+        parts.trayColors = kTrayColorsFile;
+        if (!WriteBytes(folder / kTrayMaskFile, icon->mask) ||
+            !WriteBytes(folder / kTrayColorsFile, icon->colors))
+            return refused("the tray icon");
+    }
     for (std::size_t i = 0; character.images && i < character.images->Count(); ++i) {
         const Image image = character.images->Decode(i);
         std::string& name = parts.images.emplace_back();

@@ -217,9 +217,16 @@ CharacterFile Random(std::uint32_t seed)
         voice.modeId = dice.Guid();
         voice.speed = static_cast<std::uint32_t>(dice.Between(0, 400));
         voice.pitch = static_cast<std::uint16_t>(dice.Between(0, 0xFFFF));
+        if (dice.Coin())
+            voice.traits = {static_cast<std::uint16_t>(dice.Between(0, 0xFFFF)), dice.Text(9), 2, 30,
+                            dice.Text(9)};
     }
     if (dice.Coin())
         character.balloon = RandomBalloon(dice);
+    character.animationSet = {2, static_cast<std::uint16_t>(dice.Between(0, 9))};
+    if (dice.Coin())
+        character.trayIcon = {std::vector<std::uint8_t>(112, dice.Byte()),
+                              std::vector<std::uint8_t>(232, dice.Byte())};
     const std::vector<Image> images = FillImages(dice, character);
     FillAnimations(dice, character, static_cast<int>(images.size()));
     return character;

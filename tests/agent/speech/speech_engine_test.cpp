@@ -1,21 +1,16 @@
-#include "agent/speech/embedded_engine.h"
-#include "agent/speech/flite_synthesizer.h"
 #include "agent/speech/speech_factory.h"
 #include "agent/speech/wav_reader.h"
-#include "agent/speech/wav_writer.h"
+#include "tests/agent/speech/engine_fixtures.h"
+#include "tests/agent/speech/engine_listener.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <mutex>
-#include <sstream>
 #include <string>
 #include <thread>
 
@@ -25,48 +20,6 @@ namespace {
 using std::chrono::steady_clock;
 using namespace std::chrono_literals;
 using Kind = SpeechEvent::Kind;
-
-// A condition with a limit: wakes up with the engine and now and then.
-class Bell {
-public:
-    std::function<void()> Ringer()
-    {
-        return [this] {
-            ++rung_;
-            changed_.notify_all();
-        };
-    }
-
-    template <typename Condition> bool WaitFor(Condition condition, std::chrono::milliseconds limit = 20s)
-    {
-        std::unique_lock lock(mutex_);
-        const auto end = steady_clock::now() + limit;
-        while (!condition()) {
-            if (steady_clock::now() > end)
-                return false;
-            changed_.wait_for(lock, 2ms);
-        }
-        return true;
-    }
-
-    int Rung() const { return rung_; }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::atomic<int> rung_ = 0;
-};
-
-// A WAV file of one channel with 16 bits that is always at this level.
-std::vector<std::uint8_t> LevelWave(std::int16_t level, std::uint32_t count)
-{
-    std::ostringstream stream;
-    WavWriter writer(stream);
-    writer.Write(std::vector<std::int16_t>(count, level));
-    writer.UpdateHeader();
-    const std::string bytes = stream.str();
-    return {bytes.begin(), bytes.end()};
-}
 
 class SilentEngine : public testing::Test {
 protected:
@@ -91,30 +44,7 @@ protected:
             events_.push_back(std::move(event));
     }
 
-    // All but the mouths, in a short form.
-    std::wstring Told() const
-    {
-        std::wstring told;
-        for (const SpeechEvent& event : events_) {
-            switch (event.kind) {
-            case Kind::BalloonWord:
-                told += event.text + L" ";
-                break;
-            case Kind::LineBreak:
-                told += L"/ ";
-                break;
-            case Kind::Bookmark:
-                told += L"#" + std::to_wstring(event.number) + L" ";
-                break;
-            case Kind::End:
-                told += L".";
-                break;
-            case Kind::Mouth:
-                break;
-            }
-        }
-        return told;
-    }
+    std::wstring Told() const { return ToldBy(events_); }
 
     Bell bell_;
     std::vector<SpeechEvent> events_;
@@ -317,201 +247,6 @@ TEST_F(SilentEngine, PlaysSoundsInTheirTimeAndRecordsThem)
     }();
     EXPECT_EQ(recorded, std::vector<std::int16_t>(3200, 5000));
     std::filesystem::remove(path);
-}
-
-// A sound device that plays when the test says so.
-class FakeDevice : public AudioOutput {
-public:
-    explicit FakeDevice(SampleSource& source) : source_(source) {}
-
-    void Open() override { state = openWorks ? State::Playing : State::Failed; }
-    void Close() override { state = State::Closed; }
-    void GiveUp() override
-    {
-        state = State::Failed;
-        openWorks = false;
-    }
-    State CurrentState() const override { return state; }
-
-    // Plays so many samples, heard at once.
-    std::vector<std::int16_t> Play(std::size_t count)
-    {
-        std::vector<std::int16_t> samples(count);
-        source_.Pull(samples, steady_clock::now());
-        return samples;
-    }
-
-    std::atomic<State> state = State::Closed;
-    std::atomic<bool> openWorks = true;
-
-private:
-    SampleSource& source_;
-};
-
-class EngineWithDevice : public testing::Test {
-protected:
-    void Make(bool deviceWorks)
-    {
-        engine_ = std::make_unique<EmbeddedEngine>(
-            SpeechEngineOptions{}, std::make_unique<FliteSynthesizer>(), [&](SampleSource& source) {
-                auto device = std::make_unique<FakeDevice>(source);
-                device->openWorks = deviceWorks;
-                device_ = device.get();
-                return device;
-            });
-    }
-
-    // Plays until something can be heard.
-    bool PlayUntilLoud()
-    {
-        return bell_.WaitFor([&] { return Peak(device_->Play(160)) > 1000; });
-    }
-
-    static int Peak(const std::vector<std::int16_t>& samples)
-    {
-        int peak = 0;
-        for (const std::int16_t sample : samples)
-            peak = std::max(peak, std::abs(int{sample}));
-        return peak;
-    }
-
-    Bell bell_;
-    std::unique_ptr<EmbeddedEngine> engine_;
-    FakeDevice* device_ = nullptr;
-};
-
-TEST_F(EngineWithDevice, IsSilentWithinFiftyMillisecondsOfAStopAndDoesNotClick)
-{
-    Make(true);
-    engine_->Start(L"Nobody wanted to wait any longer for the answer of the committee.");
-    ASSERT_TRUE(PlayUntilLoud());
-    const std::vector<std::int16_t> before = device_->Play(160);
-    engine_->Stop();
-    const std::vector<std::int16_t> after = device_->Play(1600);
-    EXPECT_EQ(Peak({after.begin() + 16 * 10, after.end()}), 0); // 10 ms and the device's own delay remain
-    const int atSeam = std::abs(int{after.front()} - int{before.back()});
-    EXPECT_LE(atSeam,
-              std::max(2000, 2 * std::abs(int{before.back()} - int{before[before.size() - 2]}) + 2000));
-    for (std::size_t i = 1; i < 100; ++i)
-        EXPECT_LT(std::abs(int{after[i]} - int{after[i - 1]}), 12000);
-}
-
-TEST_F(EngineWithDevice, FiresEventsWhenTheirSampleHasBeenPlayedAndNotBefore)
-{
-    Make(true);
-    engine_->Start(L"\\pau=100\\\\Mrk=1\\\\pau=100\\\\Mrk=2\\");
-    ASSERT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
-    std::vector<SpeechEvent> events;
-    std::size_t played = 0;
-    ASSERT_TRUE(bell_.WaitFor([&] {
-        device_->Play(played < 1500 ? 100 : 10);
-        played += played < 1500 ? 100 : 10;
-        for (SpeechEvent& event : engine_->TakeDueEvents())
-            events.push_back(std::move(event));
-        return !events.empty();
-    }));
-    EXPECT_EQ(events.front().number, 1);
-    EXPECT_GE(played, 1600u);
-}
-
-TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceDoesNotOpen)
-{
-    Make(false);
-    engine_->Start(L"\\Mrk=1\\\\pau=100\\\\Mrk=2\\");
-    int marks = 0;
-    EXPECT_TRUE(bell_.WaitFor([&] {
-        for (const SpeechEvent& event : engine_->TakeDueEvents())
-            marks += event.kind == Kind::Bookmark ? 1 : 0;
-        return !engine_->Speaking();
-    }));
-    EXPECT_EQ(marks, 2);
-}
-
-TEST_F(EngineWithDevice, FallsBackToSilenceWhenTheDeviceStopsPlaying)
-{
-    Make(true);
-    engine_->Start(L"\\pau=100\\\\Mrk=1\\");
-    EXPECT_TRUE(bell_.WaitFor([&] {
-        static_cast<void>(engine_->TakeDueEvents());
-        return !engine_->Speaking();
-    }));
-}
-
-TEST_F(EngineWithDevice, ClosesTheDeviceAfterAWhileOfSilence)
-{
-    Make(true);
-    // Opened before it is needed.
-    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
-    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Closed; }));
-    engine_->Start(L"\\Mrk=1\\\\pau=10\\");
-    EXPECT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
-}
-
-TEST_F(EngineWithDevice, PlaysASoundWithoutAVoice)
-{
-    Make(true);
-    EXPECT_EQ(engine_->Sounds()->StartSound(LevelWave(5000, 1600)), 100ms);
-    ASSERT_TRUE(bell_.WaitFor([&] { return device_->state == AudioOutput::State::Playing; }));
-    const std::vector<std::int16_t> played = device_->Play(2000);
-    EXPECT_EQ(std::count(played.begin(), played.end(), 5000), 1600);
-    EXPECT_EQ(played.back(), 0);
-}
-
-TEST_F(EngineWithDevice, MixesSoundsWithinTheRangeOfTheDevice)
-{
-    Make(true);
-    engine_->Sounds()->StartSound(LevelWave(20'000, 1600));
-    engine_->Sounds()->StartSound(LevelWave(20'000, 800));
-    const std::vector<std::int16_t> played = device_->Play(1600);
-    EXPECT_EQ(played.front(), 32767);
-    EXPECT_EQ(played.back(), 20'000);
-}
-
-TEST_F(EngineWithDevice, SoundsFadeOutQuicklyWhenStopped)
-{
-    Make(true);
-    engine_->Sounds()->StartSound(LevelWave(20'000, 16'000));
-    device_->Play(160);
-    engine_->Sounds()->StopSounds();
-    const std::vector<std::int16_t> after = device_->Play(1600);
-    EXPECT_GT(after.front(), 15'000);
-    EXPECT_EQ(Peak({after.begin() + 160, after.end()}), 0);
-}
-
-TEST_F(EngineWithDevice, SoundsDoNotDelayTheEventsOfTheVoice)
-{
-    Make(true);
-    engine_->Sounds()->StartSound(LevelWave(1000, 16'000));
-    engine_->Start(L"\\pau=100\\\\Mrk=1\\");
-    std::size_t played = 0;
-    ASSERT_TRUE(bell_.WaitFor([&] {
-        device_->Play(10);
-        played += 10;
-        return !engine_->TakeDueEvents().empty();
-    }));
-    EXPECT_GE(played, 1600u);
-    EXPECT_EQ(device_->Play(1).front(), 1000);
-}
-
-// The real device, if there is one: nothing is measured, but everything arrives.
-TEST(DeviceEngine, SpeaksWhateverDeviceThereIs)
-{
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP()
-        << "Drivers that are loaded and unloaded on the way leave memory behind, which would count as ours.";
-#endif
-    Bell bell;
-    const auto engine = MakeSpeechEngine({.wake = bell.Ringer()});
-    engine->Start(L"\\Vol=0\\\\Mrk=1\\\\pau=50\\\\Mrk=2\\");
-    std::vector<std::int32_t> marks;
-    EXPECT_TRUE(bell.WaitFor([&] {
-        for (const SpeechEvent& event : engine->TakeDueEvents()) {
-            if (event.kind == Kind::Bookmark)
-                marks.push_back(event.number);
-        }
-        return !engine->Speaking();
-    }));
-    EXPECT_EQ(marks, (std::vector<std::int32_t>{1, 2}));
 }
 
 } // namespace

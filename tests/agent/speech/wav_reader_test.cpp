@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <string>
 #include <string_view>
 
 namespace voxtrel::agent::speech {
@@ -98,15 +102,72 @@ TEST(ReadWav, HasNothingOfWhatItDoesNotKnow)
     EXPECT_TRUE(ReadWav(Wave({.rate = 1}, Bytes(100, 1))).empty());
 }
 
+// Made with SoX, plain and packed.
+Bytes SoundFile(const std::string& name)
+{
+    std::ifstream file(std::string(VOXTREL_SOUNDS) + "/" + name + ".wav", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// How much louder the sound is than what packing has changed in it, in decibels.
+double LikenessOf(const Samples& packed, const Samples& plain)
+{
+    double sound = 0, change = 1;
+    for (std::size_t i = 0; i < std::min(packed.size(), plain.size()); ++i) {
+        sound += std::pow(plain[i], 2);
+        change += std::pow(packed[i] - plain[i], 2);
+    }
+    return 10 * std::log10(sound / change);
+}
+
+struct PackedCase {
+    const char* packed;
+    const char* plain;
+};
+
+TEST(ReadWav, UnpacksAdpcm)
+{
+    for (const auto& [packed, plain] : {PackedCase{"microsoft_adpcm", "tone"},
+                                        {"microsoft_adpcm_stereo", "two"},
+                                        {"ima_adpcm", "tone"},
+                                        {"ima_adpcm_stereo", "two"}}) {
+        SCOPED_TRACE(packed);
+        const Samples expected = ReadWav(SoundFile(plain));
+        const Samples samples = ReadWav(SoundFile(packed));
+        ASSERT_GE(expected.size(), 900U);
+        EXPECT_GE(samples.size(), expected.size());
+        EXPECT_GT(LikenessOf(samples, expected), 20);
+    }
+}
+
+TEST(ReadWav, TakesThePackedSamplesThatTheFileTellsOf)
+{
+    EXPECT_EQ(ReadWav(SoundFile("microsoft_adpcm")).size(), ReadWav(SoundFile("tone")).size());
+}
+
+TEST(ReadWav, TakesWhatThereIsOfACutPackedFile)
+{
+    for (const char* name : {"microsoft_adpcm", "ima_adpcm"}) {
+        Bytes bytes = SoundFile(name);
+        const Samples whole = ReadWav(bytes);
+        bytes.resize(bytes.size() / 2);
+        const Samples half = ReadWav(bytes);
+        ASSERT_GT(half.size(), 700U) << name;
+        EXPECT_TRUE(std::equal(half.begin(), half.end(), whole.begin())) << name;
+    }
+}
+
 TEST(ReadWav, StandsAnyDamage)
 {
     std::mt19937 random(3);
-    const Bytes whole = Wave({.rate = 22050, .bits = 8}, Bytes(200, 100));
-    for (int i = 0; i < 3000; ++i) {
-        Bytes bytes = whole;
-        bytes[random() % bytes.size()] = static_cast<std::uint8_t>(random());
-        bytes.resize(bytes.size() - random() % 100);
-        EXPECT_LE(ReadWav(bytes).size(), 4 * whole.size());
+    for (const Bytes& whole : {Wave({.rate = 22050, .bits = 8}, Bytes(200, 100)),
+                               SoundFile("microsoft_adpcm"), SoundFile("ima_adpcm_stereo")}) {
+        for (int i = 0; i < 3000; ++i) {
+            Bytes bytes = whole;
+            bytes[random() % std::min<std::size_t>(bytes.size(), 200)] = static_cast<std::uint8_t>(random());
+            bytes.resize(bytes.size() - random() % 100);
+            EXPECT_LE(ReadWav(bytes).size(), 8 * whole.size());
+        }
     }
 }
 

@@ -149,6 +149,29 @@ TEST_P(BalloonShapeTest, BorderHasItsOwnColour)
     }
 }
 
+TEST_P(BalloonShapeTest, HasItsShapeInFinerPixelsToo)
+{
+    const Picture coarse = PaintBalloonShape(balloon, 1);
+    const Picture fine = PaintBalloonShape(balloon, 1, 2);
+    ASSERT_EQ(fine.size, (Size{coarse.size.width * 2, coarse.size.height * 2}));
+    const auto covered = [](const Picture& picture) {
+        return static_cast<double>(std::count(picture.mask.begin(), picture.mask.end(), 255));
+    };
+    EXPECT_NEAR(covered(fine) / covered(coarse), 4, 0.05);
+    // A border of one pixel is two of the finer ones wide.
+    const Rect bounds = BalloonBounds(balloon);
+    const auto red = [&](int column) {
+        const int row = 2 * (150 - bounds.y);
+        return fine.colors.at(
+            (static_cast<std::size_t>(row) * fine.size.width + 2 * (100 - bounds.x) + column) * 3);
+    };
+    if (balloon.wedgeEdge == Edge::Left)
+        return; // the wedge stands there
+    EXPECT_EQ(red(0), 10);
+    EXPECT_EQ(red(1), 10);
+    EXPECT_EQ(red(3), 255);
+}
+
 INSTANTIATE_TEST_SUITE_P(Edges, BalloonShapeTest,
                          ::testing::Values(Edge::Top, Edge::Bottom, Edge::Left, Edge::Right));
 

@@ -1,3 +1,4 @@
+#include "agent/stage/balloon_shape.h"
 #include "tests/agent/stage/stage_test.h"
 
 namespace voxtrel::agent::stage {
@@ -139,6 +140,33 @@ TEST_F(ControlTest, SoundEffectsArePlainProperty)
     EXPECT_TRUE(genie->SoundEffectsOn());
     Ignore(genie->SetSoundEffectsOn(false));
     EXPECT_FALSE(genie->SoundEffectsOn());
+}
+
+TEST_F(ControlTest, CharacterIsAsLargeAsTheScreensResolutionAsksFor)
+{
+    view->pixelScale = 1.5;
+    Ignore(genie->SetHeight(50));
+    Ignore(genie->SetWidth(50));
+    ShowGenie();
+    EXPECT_EQ(Windows().size, (Size{75, 75}));
+    EXPECT_EQ(Windows().frame->size, (Size{75, 75}));
+    EXPECT_EQ(genie->Height(), 50);
+    EXPECT_EQ(genie->ShownHeight(), 75);
+    EXPECT_EQ(genie->ShownWidth(), 75);
+}
+
+TEST_F(ControlTest, PictureIsFinerThanItsPlaceOnADesktopThatDrawsEverythingLarger)
+{
+    view->pictureDetail = 2;
+    Ignore(genie->SetHeight(50));
+    Ignore(genie->SetWidth(50));
+    ShowGenie();
+    EXPECT_EQ(Windows().size, (Size{50, 50}));
+    EXPECT_EQ(Windows().frame->size, (Size{100, 100}));
+    Ignore(genie->Speak(L"hello"));
+    view->Run(50);
+    ASSERT_TRUE(Windows().balloon);
+    EXPECT_LE(BalloonBounds(*Windows().balloon).Bottom(), 400 + 50);
 }
 
 } // namespace

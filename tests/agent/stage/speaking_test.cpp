@@ -53,6 +53,19 @@ TEST_F(Speaking, MouthFollowsTheVoiceAndIsClosedAfterwards)
     EXPECT_EQ(ShownMouth(), 0);
 }
 
+TEST_F(Speaking, TakesAnEventAtItsMomentWhenTheEngineKnowsIt)
+{
+    ShowGenie();
+    engine->tellsTheNextEvent = true;
+    engine->wordTime = Time{93};
+    const Time begin = view->now;
+    Ignore(genie->Speak(L"one two"));
+    view->Run(92);
+    EXPECT_EQ(BalloonLinesShown(), (Lines{L"one"}));
+    view->RunUntil(begin + Time{93});
+    EXPECT_EQ(BalloonLinesShown(), (Lines{L"one two"}));
+}
+
 TEST_F(Speaking, MouthIsGoneWithTheNextFrame)
 {
     ShowGenie();

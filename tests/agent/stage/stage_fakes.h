@@ -25,6 +25,7 @@ struct FakeWindows {
     bool alive = true;
     std::shared_ptr<const Picture> frame; // null while hidden
     Point at;
+    Size size;
     int framesShown = 0;
     std::optional<BalloonPicture> balloon; // nothing while hidden
     int balloonsShown = 0;
@@ -56,7 +57,8 @@ public:
             rect.x >= monitor.width || rect.y >= monitor.height || rect.Right() <= 0 || rect.Bottom() <= 0;
         return outside ? std::nullopt : std::optional<Rect>({0, 0, monitor.width, monitor.height - 40});
     }
-    double PixelScale() const override { return 1; }
+    double PixelScale() const override { return pixelScale; }
+    int PictureDetail() const override { return pictureDetail; }
 
     // Ticks as the real timer would until the moment has come.
     void RunUntil(Time end)
@@ -77,6 +79,8 @@ public:
     Ticker* ticker = nullptr;
     Time wakeAt = kNever; // what the timer is set to
     int ticks = 0;
+    double pixelScale = 1;
+    int pictureDetail = 1;
     std::vector<std::shared_ptr<FakeWindows>> windows; // one for each character ever loaded
 };
 
@@ -89,10 +93,11 @@ public:
         windows_->frame = nullptr;
         windows_->balloon.reset();
     }
-    void ShowFrame(std::shared_ptr<const Picture> picture, Point topLeft) override
+    void ShowFrame(std::shared_ptr<const Picture> picture, const Rect& place) override
     {
         windows_->frame = std::move(picture);
-        windows_->at = topLeft;
+        windows_->at = {place.x, place.y};
+        windows_->size = {place.width, place.height};
         ++windows_->framesShown;
     }
     void MoveFrame(Point topLeft) override { windows_->at = topLeft; }
@@ -117,7 +122,7 @@ inline std::unique_ptr<CharacterView> FakeStageView::MakeCharacterView(std::wstr
     return std::make_unique<FakeCharacterView>(windows.back());
 }
 
-// Speaks one word each 100 ms of the test's clock. "#7" is a bookmark, "/" a line break, "~word" a word that
+// Speaks one word each 100 ms of the test's clock, unless told otherwise. "#7" is a bookmark, "/" a line break, "~word" a word that
 // the balloon does not show; all else is a word. The mouth is open in each word and closes at the end. A
 // sound lasts as many tenths of a second as it has bytes.
 class FakeSpeechEngine : public speech::SpeechEngine, public speech::SoundPlayer {
@@ -155,7 +160,7 @@ public:
                 events_.emplace_back(at, speech::SpeechEvent{Kind::Mouth, {}, 0, acs::Mouth::Open});
                 if (token[0] != L'~')
                     events_.emplace_back(at, speech::SpeechEvent{Kind::BalloonWord, token, 0, {}});
-                at += Time{100};
+                at += wordTime;
             }
         }
         events_.emplace_back(at, speech::SpeechEvent{Kind::End, {}, 0, {}});
@@ -181,6 +186,13 @@ public:
         return due;
     }
 
+    std::optional<std::chrono::nanoseconds> UntilNextEvent() const override
+    {
+        if (!tellsTheNextEvent || events_.empty())
+            return std::nullopt;
+        return events_.front().first - clock_.now;
+    }
+
     speech::SoundPlayer* Sounds() override { return this; }
     std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override
     {
@@ -192,6 +204,8 @@ public:
     void StopSounds() override { soundsEnd = std::min(soundsEnd, clock_.now); }
     bool SoundsPlaying() const { return clock_.now < soundsEnd; }
 
+    bool tellsTheNextEvent = false;
+    Time wordTime{100};
     std::vector<std::wstring> spoken;
     int stopped = 0;
     std::vector<int> soundsStarted; // told by their first bytes
