@@ -97,7 +97,7 @@ class Programs(ScreenReading):
             (26, 44, "I would like to use Screen Reading check button checked"),
             (420, 87, "Read Basic Text check button checked"), (549, 500, "Details... push button")])
         self.move_to(x + 84, y + 87)
-        self.wait_spoken_like(program, r"[A-Z][a-z ]+ list item")
+        self.wait_spoken_like(program, r"[A-Z][a-z ]+ check button checked")
 
     def note(self):
         path = self.home.path("note.txt")
