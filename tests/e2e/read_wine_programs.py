@@ -31,7 +31,7 @@ class Programs(ScreenReading):
         self.xdotool("click", 1)
         self.point_at_all(program, origin, [
             (140, 106, "Allow the window manager to decorate the windows check button checked"),
-            (140, 145, "Emulate a virtual desktop check button not checked"), (45, 228, "0 slider"), (360, 227, "96 text")])
+            (140, 145, "Emulate a virtual desktop check button not checked"), (45, 228, "0 slider")])
 
     def test_a_table_of_a_dialog(self):
         program = self.start_and_wait()
