@@ -98,6 +98,20 @@ std::optional<StandardControl> Label(Questions& questions, HWND label, POINT)
     return StandardControl{{.name = Caption(questions, label), .role = RoleText(ROLE_SYSTEM_STATICTEXT)}};
 }
 
+// Its text holds marks around what can be clicked.
+std::optional<StandardControl> Link(Questions& questions, HWND link, POINT)
+{
+    std::wstring plain;
+    bool inMark = false;
+    for (const wchar_t c : TextOf(questions, link)) {
+        if (c == L'<' || c == L'>')
+            inMark = c == L'<';
+        else if (!inMark)
+            plain += c;
+    }
+    return StandardControl{{.name = std::move(plain), .role = RoleText(ROLE_SYSTEM_LINK)}, true};
+}
+
 StandardControl Labelled(Questions& questions, HWND control, long role, std::wstring value)
 {
     return {{.name = LabelBefore(questions, control), .role = RoleText(role), .value = std::move(value)}};
@@ -204,6 +218,7 @@ struct ControlReader {
 constexpr ControlReader kControlReaders[] = {
     {L"Button", Button},
     {L"Static", Label},
+    {WC_LINK, Link},
     {WC_COMBOBOXW, ComboBox},
     {WC_EDITW, Field},
     {UPDOWN_CLASSW, Arrows},

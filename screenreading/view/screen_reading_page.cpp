@@ -1,6 +1,6 @@
 #include "screenreading/view/screen_reading_page.h"
 
-#include "platform/accessible_name.h"
+#include "platform/accessible_ticks.h"
 #include "platform/focus.h"
 #include "settings/string_numbers.h"
 #include "settings/view/wx_form.h"
@@ -150,7 +150,7 @@ void ScreenReadingPage::BindHandlers()
 
 void ScreenReadingPage::Form_Load()
 {
-    platform::SetAccessibleName(*roleslist_, roleslist_->GetToolTipText().ToStdWstring());
+    platform::SetAccessibleNameAndTicks(*roleslist_, roleslist_->GetToolTipText().ToStdWstring());
     page_.FillRolesList();
     ShowRoles();
     ShowBoxes();

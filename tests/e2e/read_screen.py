@@ -12,14 +12,17 @@ import harness
 from harness import WINDOWS, wait_for
 from screen_scenario import KINDS, NOTHING, ScreenReading
 
+# Wine takes another control's label for the name of the one, and the toolkit draws the other itself there.
+UNTOLD = ("spin button", "link") if WINDOWS else ()
+
 
 class Objects(ScreenReading):
     def test_every_control_is_spoken_as_what_it_is(self):
         program = self.start_and_wait()
         _, objects = self.sample_window()
         for thing in objects:
-            if WINDOWS and thing["kind"] == "spin button":
-                continue  # Wine takes another control's label for its name
+            if thing["kind"] in UNTOLD:
+                continue
             with self.subTest(thing["kind"], name=thing["name"]):
                 self.point_at(program, thing)
         everything = json.dumps(program.events())
@@ -35,6 +38,16 @@ class Objects(ScreenReading):
             self.move_to(thing["x"] + 5, thing["y"] + 2)
             self.wait_looked_again(program)
             self.assertEqual(len(program.events("object")), since + 1)
+
+    def test_nothing_is_said_over_the_background_of_the_desktop(self):
+        program = self.start_and_wait()
+        _, objects = self.sample_window()
+        self.point_at(program, objects[0])
+        since = len(self.server_lines(program))
+        self.move_to_background()
+        self.wait_server_line(program, NOTHING, since)
+        self.wait_looked_again(program)
+        self.assertEqual(len(program.events("object")), 1)
 
     def test_the_character_is_not_interrupted_by_its_own_words(self):
         program = self.start_and_wait()

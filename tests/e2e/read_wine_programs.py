@@ -31,7 +31,7 @@ class Programs(ScreenReading):
         self.xdotool("click", 1)
         self.point_at_all(program, origin, [
             (140, 106, "Allow the window manager to decorate the windows check button checked"),
-            (140, 145, "Emulate a virtual desktop check button not checked"), (45, 228, "0 slider"), (360, 227, "96 text")])
+            (140, 145, "Emulate a virtual desktop check button not checked"), (45, 228, "0 slider")])
 
     def test_a_table_of_a_dialog(self):
         program = self.start_and_wait()
@@ -84,6 +84,20 @@ class Programs(ScreenReading):
         self.point_at_all(program, origin, [
             (56, 107, "The first line text"), (56, 121, "and the second text"), (76, 59, "Courier New combo box"),
             (56, 264, "RichEdit text static text")])
+
+    def test_the_options_of_the_program_itself(self):
+        program = self.start("--options")
+        program.wait_event("started")
+        x, y, *_ = self.window("Speech Options", by="name")
+        self.point_at_all(program, (x, y), [
+            (104, 18, "Balloon page tab"), (204, 105, "Size combo box Large"), (49, 77, "Character: static text"),
+            (393, 18, "Screen Reading page tab")])
+        self.xdotool("click", 1)
+        self.point_at_all(program, (x, y), [
+            (26, 44, "I would like to use Screen Reading check button checked"),
+            (420, 87, "Read Basic Text check button checked"), (549, 500, "Details... push button")])
+        self.move_to(x + 84, y + 87)
+        self.wait_spoken_like(program, r"[A-Z][a-z ]+ check button checked")
 
     def note(self):
         path = self.home.path("note.txt")

@@ -4,6 +4,7 @@
 #include "platform/accessible_name.h"
 
 #include <wx/app.h>
+#include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -11,6 +12,7 @@
 #include <wx/filefn.h>
 #include <wx/frame.h>
 #include <wx/gauge.h>
+#include <wx/hyperlink.h>
 #include <wx/listbox.h>
 #include <wx/menu.h>
 #include <wx/notebook.h>
@@ -23,6 +25,7 @@
 #include <wx/textctrl.h>
 #include <wx/tglbtn.h>
 #include <wx/timer.h>
+#include <wx/toolbar.h>
 
 #include <vector>
 
@@ -41,6 +44,7 @@ public:
         auto* bar = new wxMenuBar;
         bar->Append(menu, "&Drawing");
         SetMenuBar(bar);
+        MakeToolBar();
         pages_ = new wxNotebook(this, wxID_ANY);
         MakeControls(new wxPanel(pages_));
         auto* empty = new wxPanel(pages_);
@@ -71,6 +75,16 @@ private:
     {
         voxtrel::platform::SetAccessibleName(*control, name.ToStdWstring());
         Add(control, kind, name, value);
+    }
+
+    // A tool whose picture is explained by its tip, and one with a text.
+    void MakeToolBar()
+    {
+        tools_ = CreateToolBar(wxTB_HORIZONTAL | wxTB_TEXT);
+        const wxBitmap picture = wxArtProvider::GetBitmap(wxART_FILE_OPEN, wxART_TOOLBAR);
+        tools_->AddTool(wxID_ANY, wxEmptyString, picture, "Draw a line");
+        tools_->AddTool(wxID_ANY, "Open another drawing", picture);
+        tools_->Realize();
     }
 
     void MakeControls(wxPanel* page)
@@ -110,6 +124,8 @@ private:
         AddNamed(choice, "combo box", "Paint", "Green");
         list_ = new wxListBox(page, wxID_ANY, wxDefaultPosition, wxSize(120, 110), 3, colors);
         sizer_->Add(list_, wxSizerFlags().Border(wxALL, 6));
+        Add(new wxHyperlinkCtrl(page, wxID_ANY, "More colors", "https://example.org/"), "link",
+            "More colors");
         page->SetSizer(sizer_);
         pages_->AddPage(page, "Controls");
     }
@@ -129,6 +145,9 @@ private:
 
     void Write()
     {
+        const int middle = tools_->GetSize().y / 2;
+        objects_.push_back({"tool", "Draw a line", "", tools_, wxPoint(12, middle)});
+        objects_.push_back({"tool", "Open another drawing", "", tools_, wxPoint(200, middle)});
         objects_.push_back({"list item", "Blue", "", list_, Find(*list_, 2)});
         objects_.push_back({"page tab", "Colors", "", pages_, Find(*pages_, 1)});
         wxFFile file(file_ + ".part", "w");
@@ -145,6 +164,7 @@ private:
     }
 
     wxString file_;
+    wxToolBar* tools_ = nullptr;
     wxNotebook* pages_;
     wxListBox* list_ = nullptr;
     wxFlexGridSizer* sizer_ = nullptr;

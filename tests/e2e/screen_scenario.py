@@ -20,8 +20,8 @@ ROLES = ["push button", "button", "label", "static", "check box", "radio button"
 
 # What the toolkit of the sample window calls its kinds of controls.
 KINDS = {"button": "push button", "label": "static text", "check box": "check button",
-         "toggle button": "check button", "password text": "text"} if WINDOWS else {
-             "button": "push button", "list item": "table cell"}
+         "toggle button": "check button", "password text": "text", "tool": "push button"} if WINDOWS else {
+             "button": "push button", "list item": "table cell", "tool": "push button", "link": "push button"}
 
 REGISTRY = r"HKEY_CURRENT_USER\Software\Voxtrel Settings\Orvella"
 
@@ -33,8 +33,7 @@ class ScreenReading(Scenario):
     def setUp(self):
         super().setUp()
         self.switch_on(ROLES)
-        height = int(self.xdotool("getdisplaygeometry").split()[1])
-        self.move_to(1, height - 1)
+        self.move_to_background()
 
     def switch_on(self, roles):
         self.write_settings(*(f'"{role} " = "name,role,value,"' for role in roles))
@@ -78,6 +77,10 @@ class ScreenReading(Scenario):
     def move_to(self, x, y):
         self.xdotool("mousemove", x, y)
 
+    def move_to_background(self):
+        height = int(self.xdotool("getdisplaygeometry").split()[1])
+        self.move_to(1, height - 1)
+
     def open_program(self, *command, environment=None):
         full = self.home.environment(self.display.environment)
         full.update(QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8", **(environment or {}))
@@ -91,12 +94,12 @@ class ScreenReading(Scenario):
             os.killpg(process.pid, signal.SIGKILL)
         process.wait()
 
-    def window(self, window_class):
-        """Where the window with the title stands: x, y, width, height."""
+    def window(self, name, by="class"):
+        """Where the window of that class, or name, stands: x, y, width, height."""
         def find():
-            found = self.xdotool("search", "--onlyvisible", "--class", f"^{window_class}$").split()
+            found = self.xdotool("search", "--onlyvisible", "--" + by, f"^{name}$").split()
             return next((window for window in found if self.xdotool("getwindowname", window)), None)
-        window = wait_for(find, f"a window of {window_class}")
+        window = wait_for(find, f"a window of {name}")
         self.xdotool("windowactivate", "--sync", window)
         about = self.display.run("xwininfo", "-id", window).decode()
         return tuple(int(re.search(rf"{what}:\s+(-?\d+)", about)[1])

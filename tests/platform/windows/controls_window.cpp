@@ -60,7 +60,8 @@ struct ControlsWindow::State {
 
 ControlsWindow::ControlsWindow() : state_(std::make_unique<State>())
 {
-    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_COOL_CLASSES};
+    INITCOMMONCONTROLSEX controls{sizeof controls,
+                                  ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_COOL_CLASSES | ICC_LINK_CLASS};
     InitCommonControlsEx(&controls);
     state_->thread = std::thread([state = state_.get()] { state->Run(); });
     state_->ready.acquire();

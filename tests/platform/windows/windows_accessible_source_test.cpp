@@ -261,6 +261,12 @@ TEST_F(WindowsAccessibleSourceTest, FieldsBoxesAndSlidersAreNamedByTheLabelBefor
     EXPECT_EQ(At(box).value, L"Green");
 }
 
+TEST_F(WindowsAccessibleSourceTest, ALinkWithoutItsMarks)
+{
+    const HWND link = window.Add(WC_LINK, L"<a href=\"https://example.org/\">More colors</a>", 0, kPlace);
+    EXPECT_EQ(At(link, 10, 5), Item(L"More colors", ROLE_SYSTEM_LINK));
+}
+
 TEST_F(WindowsAccessibleSourceTest, APasswordIsNotTold)
 {
     window.Add(WC_STATICW, L"Secret:", 0, {220, 10, 300, 30});
