@@ -173,10 +173,17 @@ void StageCharacter::Press(int button, int shift, Point at)
 
 void StageCharacter::Move(Point at) { Handle(pointer_.Move(at)); }
 
-void StageCharacter::Release(int button, int shift, Point at) { Handle(pointer_.Release(button, shift, at)); }
+// On a busy desktop the release may be all that one hears of a drag.
+void StageCharacter::Release(int button, int shift, Point at)
+{
+    Handle(pointer_.Move(at));
+    Handle(pointer_.Release(button, shift, at));
+}
 
 void StageCharacter::DoublePress(int button, int shift, Point at)
 {
+    if (!pointer_.Dragging())
+        dragOrigin_ = Position();
     Handle(pointer_.DoublePress(button, shift, at));
 }
 

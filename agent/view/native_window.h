@@ -13,6 +13,9 @@ void KeepOutOfFocus(wxTopLevelWindow& window);
 // Gives the window an outline, in dots of the screen.
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline);
 
+// Where on the screen the pointer was when the event that is being handled came about: it may be far from there by now.
+wxPoint PointerAtEvent();
+
 // Dots of the screen to one pixel of a window, in each direction.
 int DotsToAPixel();
 

@@ -4,6 +4,8 @@
 #include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
+#include <wx/utils.h>
+
 #include <vector>
 
 namespace voxtrel::agent::view {
@@ -31,6 +33,16 @@ void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)
                               static_cast<unsigned short>(i.GetW()), static_cast<unsigned short>(i.GetH())});
     XShapeCombineRectangles(GDK_WINDOW_XDISPLAY(native), GDK_WINDOW_XID(native), ShapeBounding, 0, 0,
                             rectangles.data(), static_cast<int>(rectangles.size()), ShapeSet, Unsorted);
+}
+
+wxPoint PointerAtEvent()
+{
+    GdkEvent* event = gtk_get_current_event();
+    double x = 0, y = 0;
+    const bool known = event != nullptr && gdk_event_get_root_coords(event, &x, &y);
+    if (event != nullptr)
+        gdk_event_free(event);
+    return known ? wxPoint(static_cast<int>(x), static_cast<int>(y)) : wxGetMousePosition();
 }
 
 int DotsToAPixel()

@@ -14,6 +14,12 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
 
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline) { window.SetShape(outline); }
 
+wxPoint PointerAtEvent()
+{
+    const POINTS at = MAKEPOINTS(::GetMessagePos());
+    return {at.x, at.y};
+}
+
 int DotsToAPixel() { return 1; }
 
 double FontScale() { return wxScreenDC().GetPPI().y / 96.0; }
