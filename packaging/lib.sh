@@ -71,6 +71,7 @@ display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils x11-xs
 # Other programs that a person reads from: the tests that drive the real program need them.
 scenario_packages=(
   python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad xserver-xephyr weston trayer
+  xserver-xorg-core xserver-xorg-video-dummy
 )
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program

@@ -200,6 +200,8 @@ void StageCharacter::Handle(const PointerTracker::Recognized& recognized)
     using Gesture = PointerTracker::Gesture;
     if (recognized.gesture == Gesture::None)
         return;
+    if (recognized.gesture != Gesture::Drag && !Speaking())
+        balloon_.Dismiss();
     if (pointer_.Dragging() || recognized.gesture == Gesture::DragComplete) {
         const Point distance = pointer_.Distance();
         Ignore(MoveTo(dragOrigin_.x + distance.x, dragOrigin_.y + distance.y));
@@ -207,8 +209,6 @@ void StageCharacter::Handle(const PointerTracker::Recognized& recognized)
     if (recognized.gesture == Gesture::Drag)
         return;
 
-    if (!Speaking())
-        balloon_.Dismiss();
     if (recognized.gesture == Gesture::DragStart || recognized.gesture == Gesture::DragComplete) {
         const Time now = stage_.view.Now();
         if (idling_.Active())

@@ -22,6 +22,13 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
     gtk_widget_realize(widget);
 }
 
+// The toolkit forgets where a hidden window was moved to when the window had been moved just before it was
+// hidden.
+void PlaceHidden(wxTopLevelWindow& window, const wxPoint& topLeft)
+{
+    gdk_window_move(gtk_widget_get_window(window.GetHandle()), topLeft.x, topLeft.y);
+}
+
 // The toolkit's own function counts in the pixels of its windows, which are several dots on a screen of high
 // resolution: every slope would be a stair.
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)

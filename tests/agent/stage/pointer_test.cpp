@@ -121,6 +121,20 @@ TEST_F(PointerTest, ClickHidesALeftoverBalloon)
     EXPECT_FALSE(Windows().balloon);
 }
 
+TEST_F(PointerTest, LeftoverBalloonGoesBeforeTheCharacterIsDraggedAway)
+{
+    Balloon& balloon = genie->GetBalloon();
+    Ignore(balloon.SetStyle(balloon.Style() & ~balloon_style::kAutoHide));
+    Ignore(genie->Speak(L"one"));
+    view->Run(1000);
+    ASSERT_TRUE(Windows().balloon);
+    const int shown = Windows().balloonsShown;
+    Pointer().Press(1, 0, {404, 405});
+    Pointer().Move({440, 455});
+    EXPECT_FALSE(Windows().balloon);
+    EXPECT_EQ(Windows().balloonsShown, shown);
+}
+
 TEST_F(PointerTest, ClickLeavesTheBalloonOfASpeakingCharacter)
 {
     Ignore(genie->Speak(L"one two three"));
