@@ -25,6 +25,9 @@ enum class ErrorCode : unsigned int {
     AudioNotAccessible = 0x80042401,
     FileNotFound = 0x80070002,
     DataInvalid = 0x8007000D,
+    // Of a control that the system brings along.
+    SystemControlMissing = 0x80040154,
+    NoAnswer = 0x8001011F,
 };
 
 // What a call came to. A failure carries a sentence that the user may be shown.

@@ -58,9 +58,18 @@ auto Number(std::wstring_view name, std::optional<int> CommandLine::* field)
     };
 }
 
-const std::array<Option, 15>& Options()
+std::wstring ChooseCharacterServer(CommandLine& line, const std::wstring& value)
 {
-    static const std::array<Option, 15> options{{
+    if (value != L"embedded" && value != L"system")
+        return L"--character-server takes embedded or system, not \"" + value + L"\".";
+    line.characterServer =
+        value == L"system" ? agent::CharacterServer::System : agent::CharacterServer::Embedded;
+    return {};
+}
+
+const std::array<Option, 17>& Options()
+{
+    static const std::array<Option, 17> options{{
         {L"--speak", Takes::Value, ModeWithText(RunMode::Speak, &CommandLine::text)},
         {L"--read", Takes::Value, ModeWithText(RunMode::Read, &CommandLine::text)},
         {L"--execute", Takes::Value, ModeWithText(RunMode::Execute, &CommandLine::text)},
@@ -68,6 +77,7 @@ const std::array<Option, 15>& Options()
         {L"--options", Takes::Nothing, Mode(RunMode::Options)},
         {L"--quit", Takes::Nothing, Mode(RunMode::Quit)},
         {L"--list-voices", Takes::Nothing, Mode(RunMode::ListVoices)},
+        {L"--add-voices", Takes::Nothing, Mode(RunMode::AddVoices)},
         {L"--list-characters", Takes::Nothing, Mode(RunMode::ListCharacters)},
         {L"--version", Takes::Nothing, Mode(RunMode::Version)},
         {L"--help", Takes::Nothing, Mode(RunMode::Help)},
@@ -81,6 +91,7 @@ const std::array<Option, 15>& Options()
              line.traceFile = value;
              return std::wstring();
          }},
+        {L"--character-server", Takes::Value, ChooseCharacterServer},
         {L"--pitch", Takes::Value, Number(L"--pitch", &CommandLine::pitch)},
         {L"--speed", Takes::Value, Number(L"--speed", &CommandLine::speed)},
         {L"--volume", Takes::Value, Number(L"--volume", &CommandLine::volume)},
@@ -99,6 +110,10 @@ const Option* FindOption(std::wstring_view name)
 
 std::wstring TakeFile(CommandLine& line, const std::wstring& file)
 {
+    if (line.mode == RunMode::AddVoices) {
+        line.names.push_back(file);
+        return {};
+    }
     if (!line.file.empty())
         return L"Only one file can be read at a time: \"" + line.file + L"\" or \"" + file + L"\".";
     line.file = file;
@@ -182,9 +197,18 @@ These go to the program that is already running; when none is, it is started
           (--speak TEXT | FILE | -)
                              write the speech to a sound file, without a window
                              (OUT.wav may be - for the standard output)
-  voxtrel --list-voices      the voices that can be chosen
+  voxtrel --list-voices      the voices: those that can be chosen, and those of the
+                             system that can be added
+  voxtrel --add-voices [NAME...]
+                             add voices of the system to those that can be chosen:
+                             by name, language ("de"), engine, or all; without a
+                             name they are listed and asked for
   voxtrel --list-characters  the characters that can be chosen
   voxtrel --trace FILE       write what happens to FILE, one JSON line an event
+  voxtrel --character-server embedded|system
+                             whose characters: Voxtrel's own, or those of the
+                             character control that some Windows systems have;
+                             without it, the system's where it is installed
   voxtrel --version          the version
   voxtrel --help             this text
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "agent/control_choice.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +20,7 @@ enum class RunMode {
     Execute,        // --execute STRING
     Wav,            // --wav OUT (--speak TEXT | FILE | -)
     ListVoices,     // --list-voices
+    AddVoices,      // --add-voices [NAME...]
     ListCharacters, // --list-characters
     Version,        // --version
     Help,           // --help
@@ -28,11 +31,13 @@ struct CommandLine {
     std::wstring text;                // of Speak, Read, Execute and of Wav without a file
     std::wstring file;                // of ReadFile and Wav; "-" is the standard input
     std::wstring wavPath;             // of Wav; "-" is the standard output
+    std::vector<std::wstring> names;  // of AddVoices
     std::optional<std::wstring> voice; // display name of a voice
     std::optional<int> pitch;         // Hz
     std::optional<int> speed;         // words per minute
     std::optional<int> volume;        // 0..65535
     std::wstring traceFile;           // empty for no trace
+    agent::CharacterServer characterServer = agent::CharacterServer::WhatIsThere;
 };
 
 struct ParsedCommandLine {

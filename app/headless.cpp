@@ -1,27 +1,13 @@
 #include "app/headless.h"
 
+#include "app/voice_commands.h"
 #include "app/wav_command.h"
 #include "platform/console.h"
-#include "platform/settings_backend.h"
 #include "settings/program_folder.h"
-#include "settings/setting_keys.h"
-#include "settings/settings_store.h"
-#include "settings/voice_table.h"
 #include "textreader/text_file.h"
 
 namespace voxtrel::app {
 namespace {
-
-int ListVoices()
-{
-    const std::unique_ptr<settings::SettingsBackend> backend = platform::MakeSettingsBackend();
-    settings::SettingsStore store(*backend);
-    store.SetApplicationName(settings::kApplicationName);
-    settings::SeedVoiceTable(store);
-    for (const auto& [name, mode] : store.GetAllSettings(settings::kVoicesSection))
-        platform::WriteOutput(name + L"\n");
-    return 0;
-}
 
 int ListCharacters(const std::wstring& programFolder)
 {
@@ -37,6 +23,7 @@ bool IsHeadless(RunMode mode)
     switch (mode) {
     case RunMode::Wav:
     case RunMode::ListVoices:
+    case RunMode::AddVoices:
     case RunMode::ListCharacters:
     case RunMode::Version:
     case RunMode::Help:
@@ -53,6 +40,8 @@ int RunHeadless(const CommandLine& commandLine, const std::wstring& programFolde
         return WriteWav(commandLine, programFolder);
     case RunMode::ListVoices:
         return ListVoices();
+    case RunMode::AddVoices:
+        return AddVoices(commandLine);
     case RunMode::ListCharacters:
         return ListCharacters(programFolder);
     case RunMode::Version:

@@ -1,5 +1,6 @@
 #include "app/voxtrel_app.h"
 
+#include "agent/control_choice.h"
 #include "agent/speech/speech_factory.h"
 #include "agent/stage/embedded_control.h"
 #include "agent/view/make_stage_view.h"
@@ -8,6 +9,8 @@
 #include "app/main_frame.h"
 #include "app/message_boxes.h"
 #include "app/program_rooms.h"
+#include "app/traced_server_process.h"
+#include "app/voice_commands.h"
 #include "platform/command_channel.h"
 #include "platform/console.h"
 #include "platform/server_process.h"
@@ -79,8 +82,8 @@ settings::StringTable LoadStrings(const settings::ProgramFolder& folder)
 struct VoxtrelApp::House {
     explicit House(const std::wstring& folderPath)
         : folder(folderPath), strings(LoadStrings(folder)), backend(platform::MakeSettingsBackend()),
-          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess()),
-          access(*server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
+          store(*backend), desktop(platform::MakeDesktop()), server(platform::MakeServerProcess(), trace),
+          access(server, strings), frame(new MainFrame(folder.Beside(L"icons"))), messages(frame),
           rooms({store, shared, strings, folder, *desktop, messages, access, trace},
                 {.DoEvents = [this] { frame->DoEvents(); },
                  .SetLabel1 = [this](std::wstring_view caption) { frame->SetLabel1(caption); },
@@ -107,11 +110,11 @@ struct VoxtrelApp::House {
     settings::SettingsStore store;
     settings::SharedSettings shared;
     std::unique_ptr<platform::Desktop> desktop;
-    std::unique_ptr<platform::ServerProcess> server;
+    Trace trace;
+    TracedServerProcess server;
     screenreading::AccessibilityControl access;
     MainFrame* frame; // destroyed by wx
     MessageBoxes messages;
-    Trace trace;
     ProgramRooms rooms;
     std::unique_ptr<agent::Control> agent1;
     std::unique_ptr<Main> main;
@@ -123,24 +126,44 @@ void VoxtrelApp::SetCommandLine(CommandLine commandLine) { TheCommandLine() = st
 VoxtrelApp::VoxtrelApp() = default;
 VoxtrelApp::~VoxtrelApp() = default;
 
-// The character server with everything behind it. What it does goes to the trace; what is heard can be kept
-// too, for tests and bug reports.
-std::unique_ptr<agent::Control> VoxtrelApp::MakeAgent()
+agent::stage::Trace VoxtrelApp::AgentTrace()
+{
+    if (!house_->trace.IsOpen())
+        return {};
+    return [&trace = house_->trace](const agent::stage::TraceEvent& event) {
+        trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
+    };
+}
+
+// Our own character server with everything behind it. What it does goes to the trace; what is heard can be
+// kept too, for tests and bug reports.
+std::unique_ptr<agent::Control> VoxtrelApp::MakeEmbeddedAgent()
 {
     platform::SilenceSoundDrivers();
     agent::speech::SpeechEngineOptions speech;
+    speech.systemVoices = MakeSystemVoices();
     wxString record;
     if (wxGetEnv("VOXTREL_RECORD", &record))
         speech.record = settings::ToPath(record.ToStdWstring());
     agent::stage::StageOptions stage;
-    if (house_->trace.IsOpen()) {
-        stage.trace = [&trace = house_->trace](const agent::stage::TraceEvent& event) {
-            trace.Write(event.event, {{"text", event.text}, {"number", event.number}});
-        };
-    }
+    stage.trace = AgentTrace();
     const auto menu = [frame = house_->frame](wxWindow&, const wxPoint&) { frame->PopupMenuOfCharacter(); };
     return agent::stage::MakeEmbeddedControl(agent::speech::MakeSpeechEngine(std::move(speech)),
                                              agent::view::MakeStageView({.menu = menu}), stage);
+}
+
+agent::MadeControl VoxtrelApp::MakeAgent()
+{
+    const auto later = [this](std::function<void()> work) { CallAfter(std::move(work)); };
+    return agent::ChooseControl(
+        TheCommandLine().characterServer,
+        {.embedded = [this] { return MakeEmbeddedAgent(); },
+         .systemIsRegistered = agent::SystemControlIsRegistered,
+         .system = [this, later] { return agent::MakeSystemControl({.post = later, .trace = AgentTrace()}); },
+         .chosen =
+             [&trace = house_->trace](std::string_view server) {
+                 trace.Write("character-server", {{"text", std::wstring(server.begin(), server.end())}});
+             }});
 }
 
 bool VoxtrelApp::OnInit()
@@ -182,7 +205,15 @@ bool VoxtrelApp::OpenHouse()
         TheExitCode() = kExitUsage;
         return false;
     }
-    house.agent1 = MakeAgent();
+    agent::MadeControl agent = MakeAgent();
+    if (!agent.control) {
+        platform::WriteError(L"The character control of the system cannot be used: " +
+                             agent.result.description + L"\n");
+        TheExitCode() = kExitFailure;
+        house_.reset();
+        return false;
+    }
+    house.agent1 = std::move(agent.control);
     house.rooms.SetAgent(house.agent1.get());
     house.main = std::make_unique<Main>(
         MainServices{house.store, house.strings, house.shared, house.folder, *house.agent1, *house.desktop,

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "agent/control.h"
+#include "agent/control_choice.h"
+#include "agent/stage/trace.h"
 #include "app/command_line.h"
 #include "platform/single_instance.h"
 
@@ -30,7 +31,9 @@ private:
 
     bool HandToRunningInstance();
     bool OpenHouse();
-    std::unique_ptr<agent::Control> MakeAgent();
+    agent::stage::Trace AgentTrace();
+    std::unique_ptr<agent::Control> MakeEmbeddedAgent();
+    agent::MadeControl MakeAgent();
 
     std::unique_ptr<platform::SingleInstance> instances_;
     std::unique_ptr<House> house_;

@@ -3,6 +3,7 @@
 #include "agent/speech/speech_factory.h"
 #include "app/headless.h"
 #include "app/headless_character.h"
+#include "app/voice_commands.h"
 #include "platform/console.h"
 #include "platform/desktop.h"
 #include "platform/messages.h"
@@ -135,7 +136,8 @@ int Render(const std::wstring& markup, const std::wstring& mode, const std::wstr
     }
     Progress progress(isLong);
     const agent::Result rendered = agent::speech::RenderToWav(
-        markup, mode, toOutput ? platform::BinaryOutput() : file, [&progress](double done) { return progress(done); });
+        markup, mode, toOutput ? platform::BinaryOutput() : file, [&progress](double done) { return progress(done); },
+        {}, MakeSystemVoices().get());
     if (!rendered.Ok()) {
         platform::WriteError(L"\"" + wavPath + L"\": " + rendered.description + L"\n");
         return kExitFailure;

@@ -63,17 +63,21 @@ native_packages=(
   build-essential ca-certificates ccache cmake ninja-build pkg-config
   libwxgtk3.2-dev flite1-dev portaudio19-dev libutf8proc-dev librsvg2-dev libpng-dev
   libgtk-3-dev libasound2-dev libjack-jackd2-dev libatspi2.0-dev libxtst-dev libxext-dev libxrandr-dev
-  libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
+  libespeak-ng-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
   fonts-dejavu-core
 )
 # A display, sound and eyes of one's own, for tests and demonstrations.
 display_packages=(xvfb openbox dbus-daemon at-spi2-core xdotool x11-utils x11-xserver-utils imagemagick sox)
+# Voices of the system, and a sound server that plays them into nothing.
+voice_packages=(
+  libespeak-ng1 espeak-ng espeak-ng-data speech-dispatcher speech-dispatcher-espeak-ng speech-dispatcher-flite pulseaudio
+)
 # Other programs that a person reads from: the tests that drive the real program need them.
 scenario_packages=(
-  python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad xserver-xephyr weston trayer
-  xserver-xorg-core xserver-xorg-video-dummy
+  python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad zenity chromium xserver-xephyr weston
+  trayer xserver-xorg-core xserver-xorg-video-dummy
 )
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${scenario_packages[@]}")
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${voice_packages[@]}" "${scenario_packages[@]}")
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.
 windows_packages=(

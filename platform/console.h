@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,10 @@ void WriteError(std::wstring_view text);
 
 // All of the standard input, as bytes.
 std::string ReadStandardInput();
+
+// Asks whoever sits at the terminal and waits for a line. Nothing when the standard input is no terminal or has ended,
+// and on Windows, where the program shares the console that it was started from with the shell.
+std::optional<std::wstring> AskAtTerminal(std::wstring_view question);
 
 // The standard output as a stream of bytes, for sound.
 std::ostream& BinaryOutput();

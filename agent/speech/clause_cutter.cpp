@@ -1,6 +1,7 @@
 #include "agent/speech/clause_cutter.h"
 
 #include "agent/speech/balloon_text.h"
+#include "agent/speech/plain_text.h"
 #include "agent/speech/text_characters.h"
 
 #include <algorithm>
@@ -21,12 +22,11 @@ constexpr std::size_t kLongestBalloonWord = 256;
 constexpr std::size_t kMostCues = 256;
 constexpr std::size_t kMostTokens = 64; // one run of signs can have hundreds
 
-// From how many tokens on a clause is cut: at a comma, before a conjunction, anywhere.
-struct CutLimits {
-    std::size_t comma, conjunction, anywhere;
-};
 constexpr CutLimits kFirstClause{2, 5, 14};
 constexpr CutLimits kLaterClause{8, 14, 28};
+// The engines of the system know better where to breathe.
+constexpr CutLimits kFirstAsWritten{3, kMostTokens, 30};
+constexpr CutLimits kLaterAsWritten{16, kMostTokens, 48};
 
 constexpr std::array<std::string_view, 14> kConjunctions = {"and",  "or",   "but",   "because", "which",
                                                             "that", "when", "while", "if",      "where",
@@ -55,6 +55,19 @@ std::pair<std::size_t, std::size_t> Trimmed(std::wstring_view text)
 bool IsControl(char32_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
 
 } // namespace
+
+const CutLimits& ClauseCutter::Limits() const
+{
+    const bool first = clausesMade_ == 0;
+    if (wording_ == Wording::AsWritten)
+        return first ? kFirstAsWritten : kLaterAsWritten;
+    return first ? kFirstClause : kLaterClause;
+}
+
+void ClauseCutter::PutBack(std::deque<Clause> clauses)
+{
+    std::move(clauses.rbegin(), clauses.rend(), std::front_inserter(finished_));
+}
 
 Clause ClauseCutter::Next()
 {
@@ -141,6 +154,8 @@ void ClauseCutter::TakeCharacter(std::wstring_view character, char32_t c)
     run_ += character;
     if (inMap_ && !mapShown_)
         ShowMapped(mapBalloon_);
+    if (wording_ == Wording::AsWritten && EndsPhraseWithoutBlank(c))
+        EndRun();
 }
 
 // A line break is a blank; an empty line ends a paragraph.
@@ -211,7 +226,7 @@ void ClauseCutter::EndMap(const MarkupToken& token)
 void ClauseCutter::EndRun()
 {
     if (!run_.empty()) {
-        AddTokens(NormalizeRun(run_, prosody_.context));
+        AddTokens(wording_ == Wording::English ? NormalizeRun(run_, prosody_.context) : KeepRun(run_));
         run_.clear();
     }
     for (const std::int32_t number : std::exchange(inRun_, {}))
@@ -222,7 +237,7 @@ void ClauseCutter::AddTokens(NormalizedRun run)
 {
     if (!run.tokens.empty()) {
         const std::size_t soFar = clause_.tokens.size();
-        const CutLimits& limits = First() ? kFirstClause : kLaterClause;
+        const CutLimits& limits = Limits();
         if (soFar >= limits.anywhere ||
             (soFar >= limits.conjunction && IsConjunction(run.tokens.front().name)))
             Finish(TrailingCues::MoveOn);
@@ -248,13 +263,13 @@ void ClauseCutter::Punctuate(Break ending)
     if (ending == Break::None || paused_)
         return;
     const std::size_t soFar = clause_.tokens.size();
-    const CutLimits& limits = First() ? kFirstClause : kLaterClause;
+    const CutLimits& limits = Limits();
     if (soFar == 0) {
         before_ = std::max(before_, ending);
         return;
     }
     char& punctuation = clause_.tokens.back().punctuation;
-    if (punctuation == 0)
+    if (punctuation == 0 && (wording_ == Wording::English || ending == Break::Paragraph))
         punctuation = ending == Break::Paragraph ? '.' : ',';
     if (ending == Break::Comma && soFar < limits.comma)
         return;
@@ -322,6 +337,11 @@ void ClauseCutter::ShowSpace(char32_t c)
     lastShownSpace_ = secondHalf ? 0 : c;
     if (IsLineBreak(c) && !secondHalf)
         AddCue({.kind = Cue::Kind::LineBreak});
+}
+
+ClauseCutter::Wording WordingFor(const Voice& voice)
+{
+    return voice.system ? ClauseCutter::Wording::AsWritten : ClauseCutter::Wording::English;
 }
 
 } // namespace voxtrel::agent::speech

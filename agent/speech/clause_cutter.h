@@ -3,6 +3,7 @@
 #include "agent/speech/prosody.h"
 #include "agent/speech/tag_parser.h"
 #include "agent/speech/text_normalizer.h"
+#include "agent/speech/voices.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,6 +23,11 @@ struct Cue {
     std::wstring text = {};
 
     friend bool operator==(const Cue&, const Cue&) = default;
+};
+
+// From how many tokens on a clause is cut: at a comma, before a conjunction, anywhere.
+struct CutLimits {
+    std::size_t comma, conjunction, anywhere;
 };
 
 // What is synthesized in one go. A clause may have no tokens: then its cues are due where the sound has
@@ -45,14 +51,22 @@ public:
     // Bookmarks of repeated speech are not reported again.
     enum class Bookmarks { Report, Skip };
 
+    // What the tokens are: words for the built-in voices, cut where English speakers pause; or UTF-8 as it is
+    // written, for engines that know their languages themselves.
+    enum class Wording { English, AsWritten };
+
     // markup must outlive the cutter.
-    explicit ClauseCutter(std::wstring_view markup, Bookmarks bookmarks = Bookmarks::Report)
-        : parser_(markup), bookmarks_(bookmarks)
+    explicit ClauseCutter(std::wstring_view markup, Bookmarks bookmarks = Bookmarks::Report,
+                          Wording wording = Wording::English)
+        : parser_(markup), bookmarks_(bookmarks), wording_(wording)
     {
     }
 
     // The next clause. After the last one, empty clauses with last set.
     Clause Next();
+
+    // Clauses that were taken and are to come again, before all others.
+    void PutBack(std::deque<Clause> clauses);
 
     // How far the markup has been read, in characters.
     std::size_t Position() const { return parser_.Position(); }
@@ -74,7 +88,7 @@ private:
     void AddTokens(NormalizedRun run);
     void Punctuate(Break ending);
     void Finish(TrailingCues cues);
-    bool First() const { return clausesMade_ == 0; }
+    const CutLimits& Limits() const;
 
     void AddCue(Cue cue);
     void ShowMapped(std::wstring_view balloon);
@@ -83,6 +97,7 @@ private:
 
     TagParser parser_;
     Bookmarks bookmarks_;
+    Wording wording_;
     Prosody prosody_;
     Clause clause_;               // being filled
     std::deque<Clause> finished_; // to be handed out
@@ -104,5 +119,8 @@ private:
     bool balloonOpen_ = false; // the last balloon word may still grow
     char32_t lastShownSpace_ = 0;
 };
+
+// The wording that the synthesizer of this voice takes.
+ClauseCutter::Wording WordingFor(const Voice& voice);
 
 } // namespace voxtrel::agent::speech

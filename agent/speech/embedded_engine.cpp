@@ -1,6 +1,7 @@
 #include "agent/speech/embedded_engine.h"
 
 #include "agent/speech/flite_synthesizer.h"
+#include "agent/speech/played_utterance.h"
 #include "agent/speech/portaudio_output.h"
 #include "agent/speech/tag_parser.h"
 #include "agent/speech/text_characters.h"
@@ -23,8 +24,11 @@ constexpr auto kTick = 10ms;
 constexpr auto kOpeningTakes = 1500ms; // then the clock takes over until the device is there
 constexpr auto kDeviceIsDead = 3s;     // when it has not asked for samples for so long; some begin late
 constexpr auto kDeviceStaysOpen = 5s;  // a device opened late swallows the first syllable
-constexpr auto kFirstOpening = 300ms; // the windows of the program are there by then
+constexpr auto kFirstOpening = 300ms;  // the windows of the program are there by then
 constexpr std::size_t kLongestRepeated = 65536;
+constexpr auto kSetModeWaits =
+    700ms; // on the user-interface thread, for an engine that is asked for its voices
+constexpr auto kEngineStartsWithin = 5s; // beside it
 
 class PlaybackSink : public UtteranceSink {
 public:
@@ -41,6 +45,23 @@ public:
     {
         playback_.AddEvent(utterance_, sample, std::move(event));
     }
+    bool Wanted() const override { return playback_.IsCurrent(utterance_); }
+
+private:
+    Playback& playback_;
+    Playback::Utterance utterance_;
+};
+
+// As long as there are no samples, events are due when they come.
+class ImmediateSink : public PlayedSink {
+public:
+    ImmediateSink(Playback& playback, Playback::Utterance utterance)
+        : playback_(playback), utterance_(utterance)
+    {
+    }
+
+    void Event(SpeechEvent event) override { playback_.AddEvent(utterance_, 0, std::move(event)); }
+    bool Wanted() const override { return playback_.IsCurrent(utterance_); }
 
 private:
     Playback& playback_;
@@ -87,8 +108,9 @@ EmbeddedEngine::EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synt
         output_ = makeOutput(playback_);
     lastBusy_ = steady_clock::now();
     maker_ = std::thread([this, voice = voice_] {
-        synthesizer_->Prepare(*voice);
+        synthesizer_.Prepare(*voice);
         MakeSound();
+        players_.clear();
     });
     tender_ = std::thread([this] { TendOutput(); });
 }
@@ -109,11 +131,16 @@ EmbeddedEngine::~EmbeddedEngine()
 
 Result EmbeddedEngine::SetMode(std::wstring_view modeId)
 {
-    const Voice* voice = FindVoice(modeId);
+    const Voice* voice = Find(modeId, kSetModeWaits);
     if (!voice)
         return Result::Failure(ErrorCode::VoiceNotAvailable, options_.messages.voiceNotAvailable);
     voice_ = voice;
     return Result::Success();
+}
+
+const Voice* EmbeddedEngine::Find(std::wstring_view modeId, std::chrono::milliseconds limit) const
+{
+    return options_.systemVoices ? options_.systemVoices->Find(modeId, limit) : FindVoice(modeId);
 }
 
 std::wstring EmbeddedEngine::Mode() const { return std::wstring(voice_->modeId); }
@@ -176,25 +203,59 @@ void EmbeddedEngine::MakeSound()
             return;
         const Job job = *std::exchange(next_, std::nullopt);
         lock.unlock();
-        Render(job);
+        Perform(job);
         lock.lock();
     }
 }
 
-void EmbeddedEngine::Render(const Job& job)
+void EmbeddedEngine::Perform(const Job& job)
+{
+    const Voice* voice = job.voice;
+    const TimePoint until = steady_clock::now() + kEngineStartsWithin;
+    while (voice && IsUnchecked(*voice) && playback_.IsCurrent(job.utterance) && steady_clock::now() < until)
+        voice = Find(voice->modeId, kTick);
+    if (!voice || IsUnchecked(*voice))
+        voice = &StandInFor(*job.voice);
+    ClauseCutter clauses(job.markup, job.bookmarks, WordingFor(*voice));
+    if (!voice->family || !voice->family->makePlayer || !Play(clauses, job, *voice))
+        Render(std::move(clauses), job, *voice);
+}
+
+void EmbeddedEngine::Render(ClauseCutter clauses, const Job& job, const Voice& voice)
 {
     PlaybackSink sink(playback_, job.utterance);
-    UtteranceRenderer renderer(job.markup, *job.voice, *synthesizer_, sink, job.bookmarks);
+    UtteranceRenderer renderer(std::move(clauses), voice, synthesizer_, sink);
     while (playback_.WaitForRoom(job.utterance) && renderer.RenderClause()) {
     }
 }
 
-// The output is opened before it is needed, but looking for devices loads half the system's sound software: the windows
-// of a program that has just been started come first.
+// False when the engine has failed; clauses is then what is left to be said.
+bool EmbeddedEngine::Play(ClauseCutter& clauses, const Job& job, const Voice& voice)
+{
+    std::unique_ptr<VoicePlayer>& player = players_[voice.family];
+    if (!player)
+        player = voice.family->makePlayer();
+    if (!player)
+        return false;
+    playsElsewhere_ = true;
+    ImmediateSink sink(playback_, job.utterance);
+    PlayedUtterance utterance(std::move(clauses), voice, *player, sink);
+    const bool played = utterance.Run() != PlayedUtterance::Outcome::Broken;
+    playsElsewhere_ = false;
+    if (!played) {
+        clauses = utterance.TakeRest();
+        player.reset();
+    }
+    return played;
+}
+
+// The output is opened before it is needed, but looking for devices loads half the system's sound software:
+// the windows of a program that has just been started come first.
 void EmbeddedEngine::OpenOutputSoon()
 {
     std::unique_lock lock(mutex_);
-    workComes_.wait_for(lock, kFirstOpening, [this] { return quit_ || playback_.Active() || playback_.HasSamples(); });
+    workComes_.wait_for(lock, kFirstOpening,
+                        [this] { return quit_ || playback_.Active() || playback_.HasSamples(); });
     if (!quit_ && output_)
         output_->Open();
 }
@@ -236,7 +297,7 @@ void EmbeddedEngine::OpenOrCloseDevice(TimePoint now)
 {
     if (!output_)
         return;
-    if (lastBusy_ == now)
+    if (lastBusy_ == now && (!playsElsewhere_ || playback_.HasSamples()))
         output_->Open();
     else if (now >= lastBusy_ + kDeviceStaysOpen)
         output_->Close();

@@ -2,13 +2,17 @@
 
 #include "agent/speech/audio_output.h"
 #include "agent/speech/clause_cutter.h"
+#include "agent/speech/engine_synthesizer.h"
 #include "agent/speech/playback.h"
 #include "agent/speech/speech_factory.h"
 #include "agent/speech/synthesizer.h"
+#include "agent/speech/voice_catalogue.h"
 #include "agent/speech/wav_writer.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <fstream>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -16,14 +20,16 @@
 
 namespace voxtrel::agent::speech {
 
-// Speaks with the built-in voices. Two threads of its own: one makes the sound, a clause ahead of what is
-// heard; the other sees to the output: opens the device while the first clause is made, plays in silence when
-// there is none, closes it after a while, and writes the recording. Both sleep while nothing is spoken.
+// Speaks with the built-in voices and those of the system. Two threads of its own: one makes the sound, a
+// clause ahead of what is heard, or sees to an engine that plays by itself; the other sees to the output:
+// opens the device while the first clause is made, plays in silence when there is none, closes it after a
+// while, and writes the recording. Both sleep while nothing is spoken.
 class EmbeddedEngine : public SpeechEngine, private SoundPlayer {
 public:
     // Makes the sound device; none for silence.
     using OutputMaker = std::function<std::unique_ptr<AudioOutput>(SampleSource&)>;
 
+    // synthesizer: of the built-in voices.
     EmbeddedEngine(SpeechEngineOptions options, std::unique_ptr<Synthesizer> synthesizer,
                    const OutputMaker& makeOutput);
     ~EmbeddedEngine() override;
@@ -50,8 +56,12 @@ private:
     std::chrono::milliseconds StartSound(std::span<const std::uint8_t> wave) override;
     void StopSounds() override { playback_.StopSounds(); }
 
+    const Voice* Find(std::wstring_view modeId, std::chrono::milliseconds limit) const;
+
     void MakeSound();
-    void Render(const Job& job);
+    void Perform(const Job& job);
+    void Render(ClauseCutter clauses, const Job& job, const Voice& voice);
+    bool Play(ClauseCutter& clauses, const Job& job, const Voice& voice);
 
     void OpenOutputSoon();
     void TendOutput();
@@ -63,7 +73,8 @@ private:
     bool DeviceServes(TimePoint now) const;
 
     SpeechEngineOptions options_;
-    std::unique_ptr<Synthesizer> synthesizer_;
+    EngineSynthesizer synthesizer_;
+    std::map<const VoiceFamily*, std::unique_ptr<VoicePlayer>> players_; // of the thread that makes the sound
     Playback playback_;
     std::unique_ptr<AudioOutput> output_;
     const Voice* voice_;
@@ -73,7 +84,8 @@ private:
     std::condition_variable workComes_;
     std::optional<Job> next_;
     bool quit_ = false;
-    bool announced_ = false; // the user interface has been told and has not looked yet
+    std::atomic<bool> playsElsewhere_ = false; // an engine that plays by itself has the device
+    bool announced_ = false;                   // the user interface has been told and has not looked yet
 
     // Of the thread that tends the output.
     TimePoint busySince_;

@@ -42,6 +42,9 @@ public:
     // synthesis.
     virtual bool Timing(const SpeechTiming& timing) = 0;
     virtual bool Samples(std::span<const std::int16_t> samples) = 0;
+
+    // Whether anything is still wanted: for those who have to wait before they have something to give.
+    virtual bool Wanted() const { return true; }
 };
 
 // Turns words into sound.
@@ -51,6 +54,9 @@ public:
 
     // Loads what this voice needs, so that the first Speak does not have to.
     virtual void Prepare(const Voice& voice) = 0;
+
+    // The next Speak begins another utterance.
+    virtual void BeginUtterance() {}
 
     // Speaks the tokens as one phrase; returns when all is made or the sink has had enough. The volume is not
     // applied.

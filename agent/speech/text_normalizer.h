@@ -11,9 +11,11 @@ namespace voxtrel::agent::speech {
 // How speech goes on after a word.
 enum class Break { None, Comma, Semicolon, Sentence, Paragraph };
 
-// A word in the plain characters that an English synthesizer takes.
+// A word to be said, in the plain characters that an English synthesizer takes.
 struct SpokenToken {
-    std::string name;     // letters, digits and apostrophes, or a figure such as 3.14, $5 or 10:30
+    // Letters, digits and apostrophes, or a figure such as 3.14, $5 or 10:30. For a voice of the system the
+    // word as it is written, in UTF-8, with its punctuation.
+    std::string name;
     char punctuation = 0; // one of , . ? ! : ; that follows, or 0
     bool emphasized = false;
 

@@ -65,9 +65,16 @@ std::int16_t Limit(double sample)
 
 UtteranceRenderer::UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                                      UtteranceSink& sink, ClauseCutter::Bookmarks bookmarks)
-    : cutter_(markup, bookmarks), voice_(voice), synthesizer_(synthesizer), sink_(sink),
+    : UtteranceRenderer(ClauseCutter(markup, bookmarks, WordingFor(voice)), voice, synthesizer, sink)
+{
+}
+
+UtteranceRenderer::UtteranceRenderer(ClauseCutter clauses, const Voice& voice, Synthesizer& synthesizer,
+                                     UtteranceSink& sink)
+    : cutter_(std::move(clauses)), voice_(voice), synthesizer_(synthesizer), sink_(sink),
       audible_(AudibleLevel(voice)), mouthSince_(-kMouthHold)
 {
+    synthesizer_.BeginUtterance();
 }
 
 bool UtteranceRenderer::RenderClause()

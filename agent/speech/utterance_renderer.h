@@ -22,6 +22,9 @@ public:
     // False stops the rendering.
     virtual bool Samples(std::span<const std::int16_t> samples) = 0;
 
+    // Whether the utterance is still wanted.
+    virtual bool Wanted() const { return true; }
+
     // sample counts from the beginning of the utterance and never decreases from event to event.
     virtual void Event(std::int64_t sample, SpeechEvent event) = 0;
 };
@@ -33,6 +36,10 @@ public:
     UtteranceRenderer(std::wstring_view markup, const Voice& voice, Synthesizer& synthesizer,
                       UtteranceSink& sink,
                       ClauseCutter::Bookmarks bookmarks = ClauseCutter::Bookmarks::Report);
+
+    // Goes on with an utterance of which some clauses have been taken.
+    UtteranceRenderer(ClauseCutter clauses, const Voice& voice, Synthesizer& synthesizer,
+                      UtteranceSink& sink);
 
     // Renders the next clause. False when the utterance is over, its End event given, or the sink has stopped
     // it.
@@ -49,6 +56,7 @@ private:
 
     bool Timing(const SpeechTiming& timing) override;
     bool Samples(std::span<const std::int16_t> samples) override;
+    bool Wanted() const override { return !stopped_ && sink_.Wanted(); }
 
     bool Audible(std::int16_t sample) const { return std::abs(int{sample}) >= audible_; }
     void FindOnset();

@@ -9,6 +9,8 @@ namespace voxtrel::agent::speech {
 
 namespace {
 
+constexpr int kSystemVoiceHum = 40;
+
 // The base voices with their own pitch first; the others differ in pitch, pace and build. The gains bring all
 // to the same loudness.
 constexpr std::array kVoices{
@@ -108,8 +110,17 @@ constexpr std::array kVoices{
 
 std::span<const Voice> AllVoices() { return kVoices; }
 
+const Voice& StandInFor(const Voice& voice)
+{
+    const auto found = std::find_if(kVoices.begin(), kVoices.end(),
+                                    [&voice](const Voice& other) { return other.female == voice.female; });
+    return *found;
+}
+
 int AudibleLevel(const Voice& voice)
 {
+    if (voice.system)
+        return kSystemVoiceHum;
     switch (voice.base) {
     case VoiceBase::Kal:
         return 60;

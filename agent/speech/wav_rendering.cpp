@@ -1,11 +1,15 @@
+#include "agent/speech/engine_synthesizer.h"
 #include "agent/speech/flite_synthesizer.h"
 #include "agent/speech/speech_factory.h"
 #include "agent/speech/utterance_renderer.h"
+#include "agent/speech/voice_catalogue.h"
 #include "agent/speech/wav_writer.h"
 
 namespace voxtrel::agent::speech {
 
 namespace {
+
+constexpr std::chrono::seconds kEnginesAnswerWithin{8}; // a speech service may have to be started
 
 class WavSink : public UtteranceSink {
 public:
@@ -28,12 +32,17 @@ private:
 } // namespace
 
 Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostream& out,
-                   const std::function<bool(double)>& progress, const SpeechMessages& messages)
+                   const std::function<bool(double)>& progress, const SpeechMessages& messages,
+                   VoiceCatalogue* systemVoices)
 {
-    const Voice* voice = modeId.empty() ? &AllVoices().front() : FindVoice(modeId);
-    if (!voice)
+    const Voice* voice = modeId.empty() ? &AllVoices().front()
+                         : systemVoices ? systemVoices->Find(modeId, kEnginesAnswerWithin)
+                                        : FindVoice(modeId);
+    if (!voice || IsUnchecked(*voice))
         return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voiceNotAvailable);
-    FliteSynthesizer synthesizer;
+    if (voice->system && !voice->family->makeEngine)
+        return Result::Failure(ErrorCode::VoiceNotAvailable, messages.voicePlaysOnly);
+    EngineSynthesizer synthesizer(std::make_unique<FliteSynthesizer>());
     WavSink sink(out);
     UtteranceRenderer renderer(markup, *voice, synthesizer, sink);
     const auto size = static_cast<double>(markup.size());
@@ -47,11 +56,16 @@ Result RenderToWav(std::wstring_view markup, std::wstring_view modeId, std::ostr
     return Result::Success();
 }
 
-std::vector<VoiceDescription> ListVoices()
+std::vector<VoiceDescription> ListVoices(VoiceCatalogue* systemVoices)
 {
     std::vector<VoiceDescription> voices;
     for (const Voice& voice : AllVoices())
-        voices.push_back({std::wstring(voice.modeId), std::wstring(voice.name), voice.female});
+        voices.push_back({std::wstring(voice.modeId), std::wstring(voice.name), voice.female, L"built in",
+                          L"en-US", true});
+    if (!systemVoices)
+        return voices;
+    for (const SystemVoice& voice : systemVoices->All(kEnginesAnswerWithin))
+        voices.push_back({voice.modeId, voice.displayName, voice.female, voice.engine, voice.language});
     return voices;
 }
 

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <iostream>
 #include <iterator>
+#include <string>
+#include <unistd.h>
 
 namespace voxtrel::platform {
 
@@ -35,6 +37,17 @@ void WriteError(std::wstring_view text)
 }
 
 std::string ReadStandardInput() { return {std::istreambuf_iterator<char>(std::cin), {}}; }
+
+std::optional<std::wstring> AskAtTerminal(std::wstring_view question)
+{
+    if (isatty(STDIN_FILENO) == 0)
+        return std::nullopt;
+    WriteOutput(question);
+    std::string line;
+    if (!std::getline(std::cin, line))
+        return std::nullopt;
+    return settings::FromUtf8(line);
+}
 
 std::ostream& BinaryOutput() { return std::cout; }
 

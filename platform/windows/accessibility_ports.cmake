@@ -3,6 +3,10 @@
 voxtrel_system_library(voxtrel_server_process ${CMAKE_CURRENT_LIST_DIR}/pipe_server_process.cpp)
 
 voxtrel_system_library(voxtrel_accessible_source
+  ${CMAKE_CURRENT_LIST_DIR}/accessibility_server.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/control_items.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/control_questions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/foreign_memory.cpp
   ${CMAKE_CURRENT_LIST_DIR}/msaa_query.cpp
   ${CMAKE_CURRENT_LIST_DIR}/standard_control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/uia_query.cpp

@@ -89,6 +89,8 @@ std::string ReadStandardInput()
     return all;
 }
 
+std::optional<std::wstring> AskAtTerminal(std::wstring_view) { return std::nullopt; }
+
 std::ostream& BinaryOutput()
 {
     _setmode(_fileno(stdout), _O_BINARY);

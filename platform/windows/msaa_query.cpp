@@ -31,7 +31,7 @@ ComPointer<IAccessible> AccessibleFrom(IDispatch* dispatch)
 {
     ComPointer<IAccessible> accessible;
     if (dispatch)
-        dispatch->QueryInterface(IID_IAccessible, accessible.ReceiveVoid());
+        dispatch->QueryInterface(__uuidof(IAccessible), accessible.ReceiveVoid());
     return accessible;
 }
 
@@ -42,9 +42,9 @@ ComPointer<IAccessible> SameAccessible(const ComPointer<IAccessible>& accessible
 }
 
 // Some programs answer with the window; the way down to what lies deeper is asked for step by step.
-MsaaObject DeepestAt(MsaaObject object, POINT point)
+MsaaObject DeepestAt(MsaaObject object, POINT point, const Deadline& deadline)
 {
-    for (int depth = 0; depth < kMaxDepth && object.child == CHILDID_SELF; ++depth) {
+    for (int depth = 0; depth < kMaxDepth && object.child == CHILDID_SELF && !deadline.IsOver(); ++depth) {
         ComVariant hit;
         if (object.accessible->accHitTest(point.x, point.y, hit.Receive()) != S_OK)
             break;
@@ -143,7 +143,7 @@ MsaaObject ObjectUnder(POINT point)
 MsaaObject ObjectOf(HWND window)
 {
     MsaaObject object;
-    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                    object.accessible.ReceiveVoid()) != S_OK)
         return {};
     return object;
@@ -151,15 +151,15 @@ MsaaObject ObjectOf(HWND window)
 
 } // namespace
 
-MsaaAnswer MsaaObjectAt(ScreenPoint point, HWND window)
+AccessibleAnswer MsaaObjectAt(ScreenPoint point, HWND window, const Deadline& deadline)
 {
     const POINT there{point.x, point.y};
     MsaaObject first = window ? ObjectOf(window) : ObjectUnder(there);
     if (!first.accessible)
         return {};
 
-    std::optional<MsaaObject> object = DeepestAt(std::move(first), there);
-    for (int up = 0; object && up < kMaxDepth; ++up) {
+    std::optional<MsaaObject> object = DeepestAt(std::move(first), there, deadline);
+    for (int up = 0; object && up < kMaxDepth && !deadline.IsOver(); ++up) {
         ComVariant states;
         object->accessible->get_accState(object->Self(), states.Receive());
         const bool password = (states.Number(0) & STATE_SYSTEM_PROTECTED) != 0;

@@ -1,61 +1,28 @@
 #include "platform/windows/standard_control.h"
 
 #include "platform/readable_text.h"
+#include "platform/windows/control_items.h"
 
 #include <commctrl.h>
 #include <oleacc.h>
+#include <richedit.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
+#include <utility>
 
 namespace voxtrel::platform {
 namespace {
 
-constexpr UINT kTimeToAnswerMs = 100;
 constexpr int kMaxDepth = 20;
 
-// 0 also when the window does not answer.
-LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
-{
-    DWORD_PTR result = 0;
-    if (SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kTimeToAnswerMs, &result) == 0)
-        return 0;
-    return static_cast<LRESULT>(result);
-}
+using Questions = ControlQuestions;
 
-std::wstring RoleText(long role)
+std::wstring Caption(Questions& questions, HWND window)
 {
-    wchar_t text[128] = {};
-    return {text, GetRoleTextW(static_cast<DWORD>(role), text, static_cast<UINT>(std::size(text)))};
+    return WithoutMnemonics(TextOf(questions, window));
 }
-
-std::wstring TextOf(HWND window)
-{
-    const auto length = static_cast<std::size_t>(Ask(window, WM_GETTEXTLENGTH));
-    std::wstring text(std::min(length, kLongestText) + 1, L'\0');
-    const LRESULT taken = Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(taken));
-    return ReadableText(text, kLongestText);
-}
-
-// The text without the mark of the letter that Alt reaches it with.
-std::wstring Caption(HWND window)
-{
-    std::wstring text = TextOf(window);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'&')
-            text.erase(i, 1);
-    }
-    return text;
-}
-
-std::wstring ClassOf(HWND window)
-{
-    wchar_t name[128] = {};
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, static_cast<int>(std::size(name))))};
-}
-
-bool IsClass(HWND window, const wchar_t* name) { return lstrcmpiW(ClassOf(window).c_str(), name) == 0; }
 
 bool IsGroupBox(HWND window)
 {
@@ -79,15 +46,15 @@ HWND DeepestWindow(HWND window, ScreenPoint point)
 }
 
 // What stands before a control that shows no caption of its own.
-std::wstring LabelBefore(HWND control)
+std::wstring LabelBefore(Questions& questions, HWND control)
 {
     const HWND label = GetWindow(control, GW_HWNDPREV);
-    return label && IsClass(label, L"Static") ? Caption(label) : std::wstring();
+    return label && IsClass(label, L"Static") ? Caption(questions, label) : std::wstring();
 }
 
-SwitchState BoxState(HWND button)
+SwitchState BoxState(Questions& questions, HWND button)
 {
-    switch (Ask(button, BM_GETCHECK)) {
+    switch (questions.Ask(button, BM_GETCHECK)) {
     case BST_CHECKED:
         return SwitchState::Checked;
     case BST_INDETERMINATE:
@@ -97,9 +64,9 @@ SwitchState BoxState(HWND button)
     }
 }
 
-AccessibleObject ButtonObject(HWND button)
+std::optional<StandardControl> Button(Questions& questions, HWND button, POINT)
 {
-    AccessibleObject object{.name = Caption(button)};
+    AccessibleObject object{.name = Caption(questions, button)};
     const LONG style = GetWindowLongW(button, GWL_STYLE);
     switch (style & BS_TYPEMASK) {
     case BS_CHECKBOX:
@@ -107,7 +74,7 @@ AccessibleObject ButtonObject(HWND button)
     case BS_3STATE:
     case BS_AUTO3STATE:
         object.role = RoleText(ROLE_SYSTEM_CHECKBUTTON);
-        object.state = BoxState(button);
+        object.state = BoxState(questions, button);
         if ((style & BS_PUSHLIKE) != 0)
             object.state =
                 object.state == SwitchState::Checked ? SwitchState::Pressed : SwitchState::Released;
@@ -115,7 +82,7 @@ AccessibleObject ButtonObject(HWND button)
     case BS_RADIOBUTTON:
     case BS_AUTORADIOBUTTON:
         object.role = RoleText(ROLE_SYSTEM_RADIOBUTTON);
-        object.state = BoxState(button);
+        object.state = BoxState(questions, button);
         break;
     case BS_GROUPBOX:
         object.role = RoleText(ROLE_SYSTEM_GROUPING);
@@ -123,53 +90,138 @@ AccessibleObject ButtonObject(HWND button)
     default:
         object.role = RoleText(ROLE_SYSTEM_PUSHBUTTON);
     }
-    return object;
+    return StandardControl{std::move(object)};
 }
 
-std::optional<StandardControl> ListItem(HWND list, POINT point)
+std::optional<StandardControl> Label(Questions& questions, HWND label, POINT)
 {
-    ScreenToClient(list, &point);
-    const auto answer = static_cast<DWORD>(Ask(list, LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y)));
-    const WPARAM item = LOWORD(answer);
-    const bool outside = HIWORD(answer) != 0;
-    const auto length = Ask(list, LB_GETTEXTLEN, item);
-    if (outside || length <= 0 || static_cast<std::size_t>(length) > kLongestText)
-        return std::nullopt;
-    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-    Ask(list, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(length));
-    return StandardControl{{.name = ReadableText(text, kLongestText), .role = RoleText(ROLE_SYSTEM_LISTITEM)},
-                           true};
+    return StandardControl{{.name = Caption(questions, label), .role = RoleText(ROLE_SYSTEM_STATICTEXT)}};
 }
 
-// Of a text of several lines; a password is none.
-std::optional<StandardControl> LineOfText(HWND field, POINT point)
+StandardControl Labelled(Questions& questions, HWND control, long role, std::wstring value)
 {
-    if ((GetWindowLongW(field, GWL_STYLE) & (ES_MULTILINE | ES_PASSWORD)) != ES_MULTILINE)
-        return std::nullopt;
-    ScreenToClient(field, &point);
-    const auto place = static_cast<DWORD>(Ask(field, EM_CHARFROMPOS, 0, MAKELPARAM(point.x, point.y)));
+    return {{.name = LabelBefore(questions, control), .role = RoleText(role), .value = std::move(value)}};
+}
+
+std::optional<StandardControl> ComboBox(Questions& questions, HWND box, POINT)
+{
+    std::wstring selected = TextOf(questions, box);
+    const HWND field = FindWindowExW(box, nullptr, WC_EDITW, nullptr);
+    if (selected.empty() && field)
+        selected = TextOf(questions, field);
+    // The extended combo box is a window around a plain one.
+    const HWND around = GetParent(box);
+    return Labelled(questions, IsClass(around, WC_COMBOBOXEXW) ? around : box, ROLE_SYSTEM_COMBOBOX,
+                    std::move(selected));
+}
+
+std::optional<StandardControl> LineOfText(Questions& questions, HWND field, LRESULT line)
+{
     std::wstring text(2 * kLongestLine, L'\0');
     text.front() = static_cast<wchar_t>(text.size()); // where the message looks for the room there is
-    const LRESULT taken = Ask(field, EM_GETLINE, HIWORD(place), reinterpret_cast<LPARAM>(text.data()));
+    const LRESULT taken =
+        questions.Ask(field, EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text.data()));
     text.resize(std::min(text.size(), static_cast<std::size_t>(taken)));
     return StandardControl{{.name = ReadableText(text, kLongestLine), .role = RoleText(ROLE_SYSTEM_TEXT)},
                            true};
 }
 
-StandardControl Meter(HWND window, long role, std::wstring value)
+bool HasStyle(HWND window, LONG style) { return (GetWindowLongW(window, GWL_STYLE) & style) != 0; }
+
+// The arrows that count up and down what stands in the field.
+HWND ArrowsOf(Questions& questions, HWND field)
 {
-    return {{.name = Caption(window), .role = RoleText(role), .value = std::move(value)}};
+    const HWND next = GetWindow(field, GW_HWNDNEXT);
+    const bool belongs = next && IsClass(next, UPDOWN_CLASSW) &&
+                         reinterpret_cast<HWND>(questions.Ask(next, UDM_GETBUDDY)) == field;
+    return belongs ? next : nullptr;
 }
 
-std::wstring PercentOf(HWND progressBar)
+std::optional<StandardControl> Field(Questions& questions, HWND field, POINT point)
 {
-    const LRESULT least = Ask(progressBar, PBM_GETRANGE, TRUE);
-    const LRESULT most = Ask(progressBar, PBM_GETRANGE, FALSE);
+    if (HasStyle(field, ES_PASSWORD))
+        return Labelled(questions, field, ROLE_SYSTEM_TEXT, {});
+    if (HasStyle(field, ES_MULTILINE)) {
+        const auto place =
+            static_cast<DWORD>(questions.Ask(field, EM_CHARFROMPOS, 0, MAKELPARAM(point.x, point.y)));
+        return LineOfText(questions, field, HIWORD(place));
+    }
+    const HWND around = GetParent(field);
+    if (around && IsClass(around, WC_COMBOBOXW))
+        return ComboBox(questions, around, point);
+    return Labelled(questions, field, ArrowsOf(questions, field) ? ROLE_SYSTEM_SPINBUTTON : ROLE_SYSTEM_TEXT,
+                    TextOf(questions, field));
+}
+
+std::optional<StandardControl> Arrows(Questions& questions, HWND arrows, POINT point)
+{
+    const auto field = reinterpret_cast<HWND>(questions.Ask(arrows, UDM_GETBUDDY));
+    return field && IsClass(field, WC_EDITW) ? Field(questions, field, point) : std::nullopt;
+}
+
+std::optional<StandardControl> RichEditLine(Questions& questions, HWND field, POINT point)
+{
+    if (HasStyle(field, ES_PASSWORD) || !HasStyle(field, ES_MULTILINE))
+        return std::nullopt;
+    const auto place = questions.AskWith(field, EM_CHARFROMPOS, 0, POINTL{point.x, point.y});
+    if (!place)
+        return std::nullopt;
+    return LineOfText(questions, field, questions.Ask(field, EM_EXLINEFROMCHAR, 0, place->result));
+}
+
+std::optional<StandardControl> Slider(Questions& questions, HWND slider, POINT)
+{
+    return Labelled(questions, slider, ROLE_SYSTEM_SLIDER,
+                    std::to_wstring(questions.Ask(slider, TBM_GETPOS)));
+}
+
+std::wstring PercentOf(Questions& questions, HWND progressBar)
+{
+    const LRESULT least = questions.Ask(progressBar, PBM_GETRANGE, TRUE);
+    const LRESULT most = questions.Ask(progressBar, PBM_GETRANGE, FALSE);
     if (most <= least)
         return {};
-    return std::to_wstring((Ask(progressBar, PBM_GETPOS) - least) * 100 / (most - least)) + L"%";
+    return std::to_wstring((questions.Ask(progressBar, PBM_GETPOS) - least) * 100 / (most - least)) + L"%";
 }
+
+std::optional<StandardControl> ProgressBar(Questions& questions, HWND bar, POINT)
+{
+    return Labelled(questions, bar, ROLE_SYSTEM_PROGRESSBAR, PercentOf(questions, bar));
+}
+
+template <std::optional<AccessibleObject> (*Read)(Questions&, HWND, POINT)>
+std::optional<StandardControl> ItemBy(Questions& questions, HWND control, POINT point)
+{
+    auto item = Read(questions, control, point);
+    return item ? std::optional(StandardControl{std::move(*item), true}) : std::nullopt;
+}
+
+struct ControlReader {
+    const wchar_t* windowClass;
+    std::optional<StandardControl> (*read)(Questions&, HWND, POINT inClient);
+};
+
+constexpr ControlReader kControlReaders[] = {
+    {L"Button", Button},
+    {L"Static", Label},
+    {WC_COMBOBOXW, ComboBox},
+    {WC_EDITW, Field},
+    {UPDOWN_CLASSW, Arrows},
+    {L"RichEdit20A", RichEditLine},
+    {L"RichEdit20W", RichEditLine},
+    {L"RICHEDIT50W", RichEditLine},
+    {L"ListBox", ItemBy<ListBoxItem>},
+    {L"ComboLBox", ItemBy<ListBoxItem>},
+    {TRACKBAR_CLASSW, Slider},
+    {PROGRESS_CLASSW, ProgressBar},
+    {WC_TREEVIEWW, ItemBy<TreeItem>},
+    {WC_LISTVIEWW, ItemBy<ListViewItem>},
+    {WC_HEADERW, ItemBy<ColumnHeader>},
+    {WC_TABCONTROLW, ItemBy<TabOfPages>},
+    {L"_wx_SysTabCtl32", ItemBy<TabOfPages>}, // in windows of wx, the program's own among them
+    {TOOLBARCLASSNAMEW, ItemBy<ToolbarButton>},
+    {STATUSCLASSNAMEW, ItemBy<StatusBarPart>},
+};
 
 } // namespace
 
@@ -189,26 +241,17 @@ HWND WindowFramedBy(HWND window, ScreenPoint point)
     return nullptr;
 }
 
-std::optional<StandardControl> StandardControlAt(HWND window, ScreenPoint point)
+std::optional<StandardControl> StandardControlAt(ControlQuestions& questions, HWND window, ScreenPoint point)
 {
-    const POINT there{point.x, point.y};
     const HWND control = DeepestWindow(window, point);
-    if (IsClass(control, L"Button"))
-        return StandardControl{ButtonObject(control)};
-    if (IsClass(control, L"Static"))
-        return StandardControl{{.name = Caption(control), .role = RoleText(ROLE_SYSTEM_STATICTEXT)}};
-    if (IsClass(control, L"ComboBox"))
-        return StandardControl{
-            {.name = LabelBefore(control), .role = RoleText(ROLE_SYSTEM_COMBOBOX), .value = TextOf(control)}};
-    if (IsClass(control, L"ListBox"))
-        return ListItem(control, there);
-    if (IsClass(control, L"Edit"))
-        return LineOfText(control, there);
-    if (IsClass(control, TRACKBAR_CLASSW))
-        return Meter(control, ROLE_SYSTEM_SLIDER, std::to_wstring(Ask(control, TBM_GETPOS)));
-    if (IsClass(control, PROGRESS_CLASSW))
-        return Meter(control, ROLE_SYSTEM_PROGRESSBAR, PercentOf(control));
-    return std::nullopt;
+    const auto* const reader =
+        std::find_if(std::begin(kControlReaders), std::end(kControlReaders),
+                     [control](const ControlReader& one) { return IsClass(control, one.windowClass); });
+    if (reader == std::end(kControlReaders))
+        return std::nullopt;
+    POINT inside{point.x, point.y};
+    ScreenToClient(control, &inside);
+    return reader->read(questions, control, inside);
 }
 
 } // namespace voxtrel::platform

@@ -17,6 +17,7 @@ namespace {
 // Kinds of objects; the compiler's headers do not name them.
 constexpr long kButton = 50000;
 constexpr long kCheckBox = 50002;
+constexpr long kComboBox = 50003;
 constexpr long kHyperlink = 50005;
 constexpr long kImage = 50006;
 constexpr long kListItem = 50007;
@@ -28,6 +29,8 @@ constexpr long kText = 50020;
 constexpr long kTreeItem = 50024;
 constexpr long kDataItem = 50029;
 constexpr long kSplitButton = 50031;
+constexpr long kWindow = 50032;
+constexpr long kPane = 50033;
 constexpr long kHeaderItem = 50035;
 
 constexpr std::array kWrittenOn = {kButton,  kCheckBox, kHyperlink, kListItem,    kMenuItem,  kRadioButton,
@@ -38,13 +41,36 @@ constexpr int kMaxAncestors = 20;
 
 } // namespace
 
-UiaQuery::UiaQuery()
+ComPointer<UiaClient> SystemUiaClient()
 {
-    if (FAILED(CoCreateInstance(kUiaClientClass, nullptr, CLSCTX_INPROC_SERVER, kUiaClientInterface,
-                                client_.ReceiveVoid())))
+    ComPointer<UiaClient> client;
+    for (const GUID& kind : {kUiaClientWithTimeoutsClass, kUiaClientClass}) {
+        if (SUCCEEDED(CoCreateInstance(kind, nullptr, CLSCTX_INPROC_SERVER, kUiaClientInterface,
+                                       client.ReceiveVoid())))
+            break;
+    }
+    return client;
+}
+
+UiaQuery::UiaQuery(ComPointer<UiaClient> client) : client_(std::move(client))
+{
+    if (!client_)
         return;
     if (FAILED(client_->get_ControlViewWalker(walker_.Receive())))
         client_ = {};
+    else
+        client_->QueryInterface(kUiaClientWithTimeoutsInterface, timeouts_.ReceiveVoid());
+}
+
+// A provider that hangs would hold up a call for twenty seconds.
+void UiaQuery::KeepTo(const Deadline& deadline)
+{
+    if (!timeouts_)
+        return;
+    const auto left =
+        static_cast<DWORD>(std::max<std::chrono::milliseconds::rep>(deadline.Left().count(), 1));
+    timeouts_->put_ConnectionTimeout(left);
+    timeouts_->put_TransactionTimeout(left);
 }
 
 std::wstring UiaQuery::TextOf(UiaElement& element, int property) const
@@ -99,7 +125,20 @@ std::wstring UiaQuery::ValueOf(UiaElement& element) const
     }
     if (IsTrue(element, UIA_IsValuePatternAvailablePropertyId))
         return TextOf(element, UIA_ValueValuePropertyId);
-    return {};
+    return NumberOf(element, UIA_ControlTypePropertyId) == kComboBox ? SelectedIn(element) : std::wstring();
+}
+
+std::wstring UiaQuery::SelectedIn(UiaElement& element) const
+{
+    ComVariant selection;
+    ComPointer<UiaElements> elements;
+    ComPointer<UiaElement> first;
+    if (FAILED(element.GetCurrentPropertyValue(UIA_SelectionSelectionPropertyId, selection.Receive())) ||
+        selection.Get().vt != VT_UNKNOWN || !selection.Get().punkVal ||
+        FAILED(selection.Get().punkVal->QueryInterface(kUiaElementsInterface, elements.ReceiveVoid())) ||
+        FAILED(elements->GetElement(0, first.Receive())) || !first)
+        return {};
+    return NameOf(*first.Get());
 }
 
 SwitchState UiaQuery::StateOf(UiaElement& element) const
@@ -143,29 +182,34 @@ ComPointer<UiaElement> UiaQuery::WrittenOn(ComPointer<UiaElement> element) const
     return element;
 }
 
-std::optional<AccessibleObject> UiaQuery::ObjectAt(ScreenPoint point)
+AccessibleAnswer UiaQuery::ObjectAt(ScreenPoint point, const Deadline& deadline)
 {
     if (!client_)
-        return std::nullopt;
+        return {};
+    KeepTo(deadline);
     ComPointer<UiaElement> element;
     if (FAILED(client_->ElementFromPoint({point.x, point.y}, element.Receive())) || !element)
-        return std::nullopt;
+        return {};
     element = WrittenOn(std::move(element));
-    for (int up = 0; element && up < kMaxAncestors; ++up) {
+    for (int up = 0; element && up < kMaxAncestors && !deadline.IsOver(); ++up) {
         std::wstring name = NameOf(*element.Get());
         const bool password = IsTrue(*element.Get(), UIA_IsPasswordPropertyId);
         std::wstring role = TextOf(*element.Get(), UIA_LocalizedControlTypePropertyId);
         // A password field without any name is still worth a word.
         if (name.empty() && password)
             name = role;
-        if (!name.empty())
-            return AccessibleObject{.name = std::move(name),
-                                    .role = std::move(role),
-                                    .value = ValueOf(*element.Get()),
-                                    .state = StateOf(*element.Get())};
+        if (!name.empty()) {
+            const long kind = NumberOf(*element.Get(), UIA_ControlTypePropertyId);
+            return {.object = {.name = std::move(name),
+                               .role = std::move(role),
+                               .value = ValueOf(*element.Get()),
+                               .state = StateOf(*element.Get())},
+                    .deepest = up == 0,
+                    .kindKnown = kind != kWindow && kind != kPane};
+        }
         element = ParentOf(*element.Get());
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace voxtrel::platform

@@ -1,21 +1,16 @@
-#include "platform/accessible_source.h"
+#include "platform/windows/windows_accessible_source.h"
 
+#include "platform/windows/control_questions.h"
 #include "platform/windows/msaa_query.h"
 #include "platform/windows/standard_control.h"
-#include "platform/windows/uia_query.h"
-#include "platform/windows/windows_headers.h"
 
-#include <fcntl.h>
-#include <io.h>
-#include <objbase.h>
 #include <tlhelp32.h>
 
-#include <cstdio>
+#include <utility>
 
 namespace voxtrel::platform {
 namespace {
 
-// The process that started this one; 0 when it is not known.
 DWORD ParentProcess()
 {
     const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
@@ -32,103 +27,70 @@ DWORD ParentProcess()
     return parent;
 }
 
-class WindowsPointer final : public MousePointer {
-public:
-    std::optional<PointerState> State() override
-    {
-        POINT point;
-        if (!GetCursorPos(&point))
-            return std::nullopt;
-        const bool pressed = (GetAsyncKeyState(VK_LBUTTON) | GetAsyncKeyState(VK_RBUTTON)) != 0;
-        return PointerState{{point.x, point.y}, pressed};
-    }
-};
-
-class WindowsAccessibleSource final : public AccessibleSource {
-public:
-    std::optional<AccessibleObject> ObjectAt(ScreenPoint point, std::chrono::milliseconds deadline) override
-    {
-        const HWND window = WindowFromPoint({point.x, point.y});
-        if (!window || window == GetDesktopWindow() || IsOurCharacter(window))
-            return AccessibleObject{};
-        // None of the queries knows a deadline: a window that does not answer a message is not asked.
-        DWORD_PTR result = 0;
-        SetLastError(ERROR_SUCCESS);
-        if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, static_cast<UINT>(deadline.count()),
-                                &result) == 0 &&
-            GetLastError() == ERROR_TIMEOUT)
-            return std::nullopt;
-        if (auto object = uia_.ObjectAt(point))
-            return object;
-        const HWND framed = WindowFramedBy(window, point);
-        MsaaAnswer answer = MsaaObjectAt(point, framed);
-        if (answer.deepest && answer.kindKnown)
-            return std::move(answer.object);
-        auto control = StandardControlAt(framed ? framed : window, point);
-        if (!control)
-            return std::move(answer.object);
-        // The name that its program has given it is better than its caption.
-        if (answer.deepest && !control->isItem)
-            control->object.name = std::move(answer.object.name);
-        return control->object.name.empty() ? std::move(answer.object) : std::move(control->object);
-    }
-
-private:
-    // The character and its balloon come and go under the pointer while they speak: they are not to be
-    // interrupted by their own words.
-    bool IsOurCharacter(HWND window) const
-    {
-        const HWND top = GetAncestor(window, GA_ROOT);
-        DWORD process = 0;
-        GetWindowThreadProcessId(top, &process);
-        if (process != parent_)
-            return false;
-        const HRGN region = CreateRectRgn(0, 0, 0, 0);
-        const bool shaped = GetWindowRgn(top, region) != ERROR;
-        DeleteObject(region);
-        return shaped || (GetWindowLongW(top, GWL_EXSTYLE) & WS_EX_LAYERED) != 0;
-    }
-
-    // Released last: the queries' objects are COM's.
-    struct Com {
-        Com() { CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
-        ~Com() { CoUninitialize(); }
-    };
-
-    Com com_;
-    UiaQuery uia_;
-    DWORD parent_ = ParentProcess();
-};
-
-// Pixels of the screen, whatever the scale of the monitor that a window is on. Windows of before 2017 lacks
-// this.
-void CountInPixels()
+// What the control says of itself. The name that its program has given it is better than its caption, but
+// what it holds is no name.
+AccessibleObject Named(StandardControl control, AccessibleAnswer& answer)
 {
-    using SetContext = BOOL(WINAPI*)(HANDLE);
-    const HMODULE user = GetModuleHandleW(L"user32.dll");
-    const auto address = user ? GetProcAddress(user, "SetProcessDpiAwarenessContext") : nullptr;
-    const auto setContext = reinterpret_cast<SetContext>(reinterpret_cast<void*>(address));
-    const auto perMonitor = reinterpret_cast<HANDLE>(static_cast<INT_PTR>(-4));
-    if (!setContext || !setContext(perMonitor))
-        SetProcessDPIAware();
+    AccessibleObject& object = control.object;
+    if (answer.deepest && !control.isItem && answer.object.name != object.value)
+        object.name = std::move(answer.object.name);
+    // What has neither name nor label is named by what it holds.
+    if (object.name.empty())
+        object.name = std::exchange(object.value, {});
+    return std::move(object);
 }
 
 } // namespace
 
-void PrepareAccessibilityServer()
+WindowsAccessibleSource::WindowsAccessibleSource(const MakeClient& makeClient)
+    : uia_(makeClient()), parent_(ParentProcess())
 {
-    CountInPixels();
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
 }
 
-void EndAccessibilityServer() {}
-
-std::unique_ptr<MousePointer> MakeMousePointer() { return std::make_unique<WindowsPointer>(); }
-
-std::unique_ptr<AccessibleSource> MakeAccessibleSource()
+std::optional<AccessibleObject> WindowsAccessibleSource::ObjectAt(ScreenPoint point,
+                                                                  std::chrono::milliseconds time)
 {
-    return std::make_unique<WindowsAccessibleSource>();
+    const HWND window = WindowFromPoint({point.x, point.y});
+    if (!window || window == GetDesktopWindow() || IsOurCharacter(window))
+        return AccessibleObject{};
+    // Active Accessibility knows no deadline: a window that does not answer a message is not asked.
+    const Deadline deadline(time);
+    ControlQuestions questions(deadline);
+    questions.Ask(window, WM_NULL);
+    if (questions.Unanswered())
+        return std::nullopt;
+
+    AccessibleAnswer uia = uia_.ObjectAt(point, deadline);
+    if (uia.IsFinal())
+        return std::move(uia.object);
+    const HWND framed = WindowFramedBy(window, point);
+    AccessibleAnswer msaa = MsaaObjectAt(point, framed, deadline);
+    if (msaa.IsFinal())
+        return std::move(msaa.object);
+    auto control = StandardControlAt(questions, framed ? framed : window, point);
+    if (deadline.IsOver() || questions.Unanswered())
+        return std::nullopt;
+    AccessibleObject object = control ? Named(std::move(*control), msaa) : AccessibleObject{};
+    for (AccessibleAnswer* around : {&uia, &msaa}) {
+        if (object.name.empty())
+            object = std::move(around->object);
+    }
+    return object;
+}
+
+// The character and its balloon come and go under the pointer while they speak: they are not to be
+// interrupted by their own words.
+bool WindowsAccessibleSource::IsOurCharacter(HWND window) const
+{
+    const HWND top = GetAncestor(window, GA_ROOT);
+    DWORD process = 0;
+    GetWindowThreadProcessId(top, &process);
+    if (process != parent_)
+        return false;
+    const HRGN region = CreateRectRgn(0, 0, 0, 0);
+    const bool shaped = GetWindowRgn(top, region) != ERROR;
+    DeleteObject(region);
+    return shaped || (GetWindowLongW(top, GWL_EXSTYLE) & WS_EX_LAYERED) != 0;
 }
 
 } // namespace voxtrel::platform

@@ -52,6 +52,24 @@ TEST(ParseCommandLine, EachRequestSelectsItsMode)
     }
 }
 
+TEST(ParseCommandLine, CharacterServerIsChosenBeforeAnythingIsLoaded)
+{
+    EXPECT_EQ(Parse({}).characterServer, agent::CharacterServer::WhatIsThere);
+    EXPECT_EQ(Parse({L"--character-server", L"embedded"}).characterServer, agent::CharacterServer::Embedded);
+    EXPECT_EQ(Parse({L"--speak", L"x", L"--character-server=system"}).characterServer,
+              agent::CharacterServer::System);
+    EXPECT_EQ(ParseCommandLine({L"--character-server", L"other"}).error,
+              L"--character-server takes embedded or system, not \"other\".");
+}
+
+TEST(ParseCommandLine, AddVoicesTakesAnyNumberOfNames)
+{
+    EXPECT_TRUE(Parse({L"--add-voices"}).names.empty());
+    const CommandLine line = Parse({L"--add-voices", L"German, eSpeak NG", L"fr"});
+    EXPECT_EQ(line.mode, RunMode::AddVoices);
+    EXPECT_EQ(line.names, (std::vector<std::wstring>{L"German, eSpeak NG", L"fr"}));
+}
+
 TEST(ParseCommandLine, WavTakesVoiceAndProsody)
 {
     const CommandLine line = Parse({L"--wav", L"o.wav", L"--voice", L"Adult Male 2, US English", L"--pitch=200",
@@ -101,7 +119,7 @@ TEST(ParseCommandLine, WhatMakesNoSenseIsAnErrorThatNamesIt)
 TEST(HelpText, NamesEveryOption)
 {
     for (const wchar_t* option : {L"--speak", L"--read", L"--options", L"--quit", L"--execute", L"--wav", L"--voice",
-                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--list-characters",
+                                  L"--pitch", L"--speed", L"--volume", L"--list-voices", L"--add-voices", L"--list-characters",
                                   L"--trace", L"--version", L"--help"})
         EXPECT_NE(HelpText().find(option), std::wstring_view::npos);
 }

@@ -171,6 +171,38 @@ class WineHome:
         cls.sitter.communicate()
 
 
+class WineDesktop:
+    """A desktop of Wine's own in one window, with task bar and tray: its windows, the keys and the focus are Wine's
+    alone, as on Windows, where the window manager would have a word in it otherwise."""
+
+    @staticmethod
+    def use():
+        """For the Wine home of this run, before its first program."""
+        os.environ["VOXTREL_WINE_HOME"] += "-desktop"
+        for arguments in (["Explorer", "/v", "Desktop", "/d", "shell"],
+                          [r"Explorer\Desktops", "/v", "shell", "/d", "1280x1024"]):
+            subprocess.run(wine("reg.exe", "add", "HKCU\\Software\\Wine\\" + arguments[0], *arguments[1:], "/f"),
+                           stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, timeout=PATIENCE, check=True)
+        # What runs already has another desktop.
+        subprocess.run(["wineserver", "--kill"], env=dict(os.environ, WINEPREFIX=os.environ["VOXTREL_WINE_HOME"]))
+
+    def __init__(self):
+        # After programs were killed, Wine tells the others neither what is copied nor, always, what is clicked.
+        WineHome.close()
+        WineHome.open()
+        self.probe = subprocess.Popen(
+            wine(os.path.join(os.environ["VOXTREL_E2E_PROGRAMS"], "voxtrel_desktop_probe.exe")),
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, encoding="utf-8")
+
+    def ask(self, *command):
+        self.probe.stdin.write(" ".join(map(str, command)) + "\n")
+        self.probe.stdin.flush()
+        return self.probe.stdout.readline().rstrip("\r\n")
+
+    def close(self):
+        self.probe.communicate()
+
+
 def sound_level(path):
     """The loudest sample of a WAV file, 0 to 1, and its length in seconds."""
     with wave.open(path) as file:
@@ -208,8 +240,10 @@ class Scenario(unittest.TestCase):
             return done.returncode, output.read(), errors.read().decode(errors="replace")
 
 
-def main():
+def main(wine_desktop=False):
     if WINDOWS:
+        if wine_desktop:
+            WineDesktop.use()
         WineHome.open()
         atexit.register(WineHome.close)
     unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[1:])

@@ -1,11 +1,9 @@
 """The options' page for screen reading, by keyboard and through AT-SPI, while the pointer is over another program."""
 
-import time
-
 import harness
 from accessible import Window
 from harness import wait_for
-from read_screen import ScreenReading
+from screen_scenario import ScreenReading
 
 TITLE = "Speech Options"
 PAGE = "Screen Reading"
@@ -34,8 +32,9 @@ class Page(ScreenReading):
         for _ in range(40):
             if done():
                 return
+            before = self.options.focused()
             self.xdotool("key", key)
-            time.sleep(0.1)
+            wait_for(lambda before=before: done() or self.options.focused() != before, "the focus to move")
         self.fail(f"{key} never led to {what}; the focus is on {self.options.focused_name()!r}")
 
     def stored(self, line):
@@ -57,8 +56,10 @@ class Page(ScreenReading):
         self.xdotool("key", "space")
         wait_for(lambda: self.stored('"usescreenreading" = "False"'), "the setting")
         self.move_to(objects[1]["x"], objects[1]["y"])
-        time.sleep(1)
+        said = self.server_lines(program)
+        self.wait_for_ticks(program, "still here")
         self.assertEqual(len(program.events("object")), 1)
+        self.assertEqual(self.server_lines(program), said)
         self.assertEqual(self.server_processes(program), [server], "the server waits for the next time")
 
     def test_roles_are_silenced_by_keyboard(self):

@@ -63,7 +63,11 @@ public:
     void StopMonitoring() override { log_.Add(L"StopMonitoring"); }
     void Shutdown() override { log_.Add(L"Shutdown"); }
     std::wstring ObjectName() const override { return name; }
-    std::wstring ObjectRole() const override { return role; }
+    std::wstring ObjectRole() const override
+    {
+        ++timesAsked;
+        return role;
+    }
     std::wstring ObjectValue() const override { return value; }
     void Poll() override {}
 
@@ -71,6 +75,7 @@ public:
     std::wstring name;
     std::wstring role;
     std::wstring value;
+    mutable int timesAsked = 0; // for the role
 
 private:
     CallLog& log_;

@@ -36,6 +36,24 @@ void Require(bool holds)
         std::abort();
 }
 
+void CutIntoClauses(std::wstring_view markup, ClauseCutter::Wording wording, std::size_t longestToken)
+{
+    ClauseCutter cutter(markup, ClauseCutter::Bookmarks::Report, wording);
+    while (true) {
+        const Clause clause = cutter.Next();
+        Require(clause.tokens.size() <= 64 && clause.cues.size() <= 1024);
+        std::size_t last = 0;
+        for (const Cue& cue : clause.cues) {
+            Require(cue.token >= last && cue.token <= clause.tokens.size());
+            last = cue.token;
+        }
+        for (const SpokenToken& token : clause.tokens)
+            Require(!token.name.empty() && token.name.size() <= longestToken);
+        if (clause.last)
+            break;
+    }
+}
+
 std::size_t PickLast(std::size_t count) { return count - 1; }
 
 } // namespace
@@ -52,20 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Require(position <= markup.size());
 
-    ClauseCutter cutter(markup);
-    while (true) {
-        const Clause clause = cutter.Next();
-        Require(clause.tokens.size() <= 64 && clause.cues.size() <= 1024);
-        std::size_t last = 0;
-        for (const Cue& cue : clause.cues) {
-            Require(cue.token >= last && cue.token <= clause.tokens.size());
-            last = cue.token;
-        }
-        for (const SpokenToken& token : clause.tokens)
-            Require(!token.name.empty() && token.name.size() <= 40);
-        if (clause.last)
-            break;
-    }
+    CutIntoClauses(markup, ClauseCutter::Wording::English, 40);
+    CutIntoClauses(markup, ClauseCutter::Wording::AsWritten, 4 * 130); // bytes of a run of any script
     Require(BalloonText(markup, 100).size() <= 100);
     Require(PickAlternative(markup, PickLast).size() <= markup.size());
     return 0;

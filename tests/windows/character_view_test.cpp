@@ -4,6 +4,7 @@
 #include "tests/windows/drawn_character.h"
 #include "tests/windows/screen_pixel.h"
 #include "tests/windows/silent_speech_engine.h"
+#include "tests/windows/until.h"
 
 #include <gtest/gtest.h>
 
@@ -24,18 +25,7 @@
 namespace voxtrel::agent {
 namespace {
 
-// Handles events until the condition holds; false when it does not within five seconds.
-bool Within(const std::function<bool()>& condition)
-{
-    const wxStopWatch watch;
-    while (!condition()) {
-        if (watch.Time() > 5000)
-            return false;
-        wxYield();
-        wxMilliSleep(5);
-    }
-    return true;
-}
+using tests::Until;
 
 // The drawn character on a desktop where a plain green frame with a text box has the focus.
 class CharacterOnDesktop : public testing::Test, protected ControlEvents {
@@ -49,8 +39,8 @@ protected:
         backdrop->Show();
         backdrop->Raise();
         text->SetFocus();
-        ASSERT_TRUE(Within([&] { return ScreenPixel(300, 300) == kGreen; }));
-        ASSERT_TRUE(Within([&] { return text->HasFocus(); }));
+        ASSERT_TRUE(Until([&] { return ScreenPixel(300, 300) == kGreen; }));
+        ASSERT_TRUE(Until([&] { return text->HasFocus(); }));
 
         stage::ControlParts parts;
         parts.engine = std::make_unique<SilentSpeechEngine>();
@@ -78,9 +68,9 @@ protected:
     void ShowCharacter()
     {
         Ignore(character->Show());
-        ASSERT_TRUE(Within([&] { return Told(L"Show"); }));
+        ASSERT_TRUE(Until([&] { return Told(L"Show"); }));
         ASSERT_TRUE(
-            Within([&] { return ScreenPixel(303, 303) == kGreen && ScreenPixel(364, 330) != kGreen; }));
+            Until([&] { return ScreenPixel(303, 303) == kGreen && ScreenPixel(364, 330) != kGreen; }));
     }
 
     void RequestComplete(std::wstring_view request, const Result&) override
@@ -138,7 +128,7 @@ TEST_F(CharacterOnDesktop, StandsInTheCornerOfTheScreenFromTheStart)
     Ignore(character->SetLeft(0));
     Ignore(character->SetTop(0));
     Ignore(character->Show());
-    EXPECT_TRUE(Within([&] { return Told(L"Show") && ScreenPixel(64, 66) != kGreen; }));
+    EXPECT_TRUE(Until([&] { return Told(L"Show") && ScreenPixel(64, 66) != kGreen; }));
     EXPECT_EQ(ScreenPixel(300, 300), kGreen);
 }
 
@@ -166,7 +156,7 @@ TEST_F(CharacterOnDesktop, NeverTakesTheFocus)
 {
     ShowCharacter();
     Ignore(character->Speak(L"hello there"));
-    ASSERT_TRUE(Within([&] { return Told(L"Speak"); }));
+    ASSERT_TRUE(Until([&] { return Told(L"Speak"); }));
     EXPECT_TRUE(text->HasFocus());
     EXPECT_TRUE(backdrop->IsActive());
 }
@@ -176,7 +166,7 @@ TEST_F(CharacterOnDesktop, IsScaledWithItsOutline)
     ShowCharacter();
     Ignore(character->SetWidth(50));
     Ignore(character->SetHeight(50));
-    EXPECT_TRUE(Within([&] { return ScreenPixel(364, 366) == kGreen && ScreenPixel(325, 325) != kGreen; }));
+    EXPECT_TRUE(Until([&] { return ScreenPixel(364, 366) == kGreen && ScreenPixel(325, 325) != kGreen; }));
 }
 
 TEST_F(CharacterOnDesktop, IsHiddenWhileItIsParkedOffTheScreen)
@@ -187,7 +177,7 @@ TEST_F(CharacterOnDesktop, IsHiddenWhileItIsParkedOffTheScreen)
     EXPECT_TRUE(character->Visible());
     Ignore(character->SetLeft(300));
     EXPECT_TRUE(Window("Round")->IsShown());
-    EXPECT_TRUE(Within([&] { return ScreenPixel(364, 366) != kGreen; }));
+    EXPECT_TRUE(Until([&] { return ScreenPixel(364, 366) != kGreen; }));
 }
 
 TEST_F(CharacterOnDesktop, AppearsWhereItWasMovedToWhileItWasHidden)
@@ -207,23 +197,23 @@ TEST_F(CharacterOnDesktop, BalloonShowsTheWordsAndGoes)
     Balloon& balloon = character->GetBalloon();
     Ignore(balloon.SetStyle(balloon.Style() & ~balloon_style::kAutoHide));
     Ignore(character->Speak(L"hello there"));
-    ASSERT_TRUE(Within([&] { return Window("hello there") != nullptr; }));
+    ASSERT_TRUE(Until([&] { return Window("hello there") != nullptr; }));
     wxTopLevelWindow* window = Window("hello there");
     EXPECT_TRUE(window->IsShown());
     // Above the middle of the character, its tip at most a little over the head.
     const int right = 364 + window->GetSize().x / 2;
-    EXPECT_TRUE(Within([&] { return ScreenPixel(right - 8, 270) == wxColour(255, 251, 240); }));
+    EXPECT_TRUE(Until([&] { return ScreenPixel(right - 8, 270) == wxColour(255, 251, 240); }));
     EXPECT_EQ(ScreenPixel(right - 8, 314), kGreen);
-    ASSERT_TRUE(Within([&] { return Told(L"Speak"); }));
+    ASSERT_TRUE(Until([&] { return Told(L"Speak"); }));
     Ignore(character->Hide());
-    EXPECT_TRUE(Within([&] { return !window->IsShown(); }));
+    EXPECT_TRUE(Until([&] { return !window->IsShown(); }));
 }
 
 TEST_F(CharacterOnDesktop, ClickOnTheBalloonHidesIt)
 {
     ShowCharacter();
     Ignore(character->Speak(L"hello there"));
-    ASSERT_TRUE(Within([&] { return Window("hello there") != nullptr; }));
+    ASSERT_TRUE(Until([&] { return Window("hello there") != nullptr; }));
     wxTopLevelWindow* window = Window("hello there");
     Mouse(*window, wxEVT_LEFT_DOWN, 1, 10, 10);
     EXPECT_FALSE(window->IsShown());
@@ -235,7 +225,7 @@ TEST_F(CharacterOnDesktop, ClicksReachTheProgram)
     wxTopLevelWindow* window = Window("Round");
     Mouse(*window, wxEVT_LEFT_DOWN, 1, 60, 60);
     Mouse(*window, wxEVT_LEFT_UP, 1, 60, 60);
-    ASSERT_TRUE(Within([&] { return !clicks.empty(); }));
+    ASSERT_TRUE(Until([&] { return !clicks.empty(); }));
     EXPECT_EQ(clicks[0].button, 1);
     EXPECT_EQ(clicks[0].characterId, L"round");
 }
@@ -247,7 +237,7 @@ TEST_F(CharacterOnDesktop, RightClickAsksForTheMenu)
     Mouse(*window, wxEVT_RIGHT_DOWN, 2, 60, 61);
     Mouse(*window, wxEVT_RIGHT_UP, 2, 60, 61);
     EXPECT_EQ(menuAt, wxPoint(60, 61));
-    ASSERT_TRUE(Within([&] { return !clicks.empty(); }));
+    ASSERT_TRUE(Until([&] { return !clicks.empty(); }));
     EXPECT_EQ(clicks[0].button, 2);
 }
 
@@ -255,10 +245,10 @@ TEST_F(CharacterOnDesktop, UnloadTakesItsWindowsAway)
 {
     ShowCharacter();
     Ignore(character->Speak(L"hello there"));
-    ASSERT_TRUE(Within([&] { return Window("hello there") != nullptr; }));
+    ASSERT_TRUE(Until([&] { return Window("hello there") != nullptr; }));
     ASSERT_TRUE(control->Unload(L"round").Ok());
-    EXPECT_TRUE(Within([&] { return Window("Round") == nullptr && Window("hello there") == nullptr; }));
-    EXPECT_TRUE(Within([&] { return ScreenPixel(364, 366) == kGreen; }));
+    EXPECT_TRUE(Until([&] { return Window("Round") == nullptr && Window("hello there") == nullptr; }));
+    EXPECT_TRUE(Until([&] { return ScreenPixel(364, 366) == kGreen; }));
 }
 
 TEST_F(CharacterOnDesktop, FontIsHonoured)

@@ -5,6 +5,7 @@
 #include "screenreading/role_table.h"
 #include "settings/memory_backend.h"
 #include "settings/view/wx_form.h"
+#include "tests/windows/until.h"
 
 #include <gtest/gtest.h>
 
@@ -17,15 +18,12 @@
 #include <wx/sizer.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
-#include <wx/stopwatch.h>
 #include <wx/uiaction.h>
-
-#include <functional>
 
 namespace voxtrel::screenreading {
 namespace {
 
-constexpr long kPatienceMs = 10000;
+using tests::Until;
 
 class ScreenReadingPageTest : public testing::Test {
 protected:
@@ -68,19 +66,7 @@ protected:
         dialog->SetSizerAndFit(sizer);
         dialog->Show();
         dialog->Raise();
-        WaitFor([this] { return dialog->IsActive(); });
-    }
-
-    static bool WaitFor(const std::function<bool()>& condition)
-    {
-        const wxStopWatch watch;
-        while (!condition()) {
-            if (watch.Time() > kPatienceMs)
-                return false;
-            wxYield();
-            wxMilliSleep(5);
-        }
-        return true;
+        Until([this] { return dialog->IsActive(); });
     }
 
     template <class Control> Control& Get(const char* name)
@@ -152,21 +138,69 @@ TEST_F(ScreenReadingPageTest, TheKeyboardSelectsAndTicks)
 {
     Open();
     List().SetFocus();
-    ASSERT_TRUE(WaitFor([this] { return List().HasFocus(); }));
+    ASSERT_TRUE(Until([this] { return List().HasFocus(); }));
     wxUIActionSimulator keys;
     keys.Char(WXK_DOWN);
     keys.Char(WXK_DOWN);
-    ASSERT_TRUE(WaitFor([this] { return List().GetSelection() == 2; }));
-    EXPECT_TRUE(WaitFor([this] { return !Get<wxCheckBox>("Check_name").IsChecked(); }));
+    ASSERT_TRUE(Until([this] { return List().GetSelection() == 2; }));
+    EXPECT_TRUE(Until([this] { return !Get<wxCheckBox>("Check_name").IsChecked(); }));
     EXPECT_TRUE(Get<wxCheckBox>("Check_value").IsChecked());
     EXPECT_EQ(Choice(L"slider "), L"value,") << "showing stores nothing";
     keys.Char(WXK_SPACE);
-    ASSERT_TRUE(WaitFor([this] { return Choice(L"slider ") == L"False"; }));
+    ASSERT_TRUE(Until([this] { return Choice(L"slider ") == L"False"; }));
     EXPECT_FALSE(Get<wxCheckBox>("Check_value").IsChecked());
     keys.Char(WXK_SPACE);
-    ASSERT_TRUE(WaitFor([this] { return Choice(L"slider ") == L"name"; }));
+    ASSERT_TRUE(Until([this] { return Choice(L"slider ") == L"name"; }));
     EXPECT_TRUE(Get<wxCheckBox>("Check_name").IsChecked());
     EXPECT_EQ(Choice(L"push button "), L"name,value,");
+}
+
+TEST_F(ScreenReadingPageTest, TabReachesEveryControlInItsOrder)
+{
+    shared.usescreenreading = true;
+    Open();
+    Get<wxCheckBox>("Check_usescreenreading").SetFocus();
+    ASSERT_TRUE(Until([this] { return Get<wxCheckBox>("Check_usescreenreading").HasFocus(); }));
+    wxUIActionSimulator keys;
+    for (const char* name :
+         {"roleslist", "Check_name", "Check_value", "cmdDetails", "Check_usescreenreading"}) {
+        const wxWindow* const before = wxWindow::FindFocus();
+        keys.Char(WXK_TAB);
+        ASSERT_TRUE(Until([&] { return wxWindow::FindFocus() && wxWindow::FindFocus() != before; })) << name;
+        EXPECT_EQ(wxWindow::FindFocus()->GetName(), name);
+    }
+}
+
+TEST_F(ScreenReadingPageTest, AltAndALetterTickTheChoices)
+{
+    Open();
+    Get<wxCheckBox>("Check_usescreenreading").SetFocus();
+    ASSERT_TRUE(Until([this] { return Get<wxCheckBox>("Check_usescreenreading").HasFocus(); }));
+    wxUIActionSimulator keys;
+    keys.Char('B', wxMOD_ALT);
+    ASSERT_TRUE(Until([this] { return Choice(L"push button ") == L"value,"; }));
+    keys.Char('E', wxMOD_ALT);
+    EXPECT_TRUE(Until([this] { return Choice(L"push button ") == L"false"; }));
+}
+
+TEST_F(ScreenReadingPageTest, TheMouseTicksARoleAndSelectsAnother)
+{
+    Open();
+    int y = 0;
+    ASSERT_TRUE(Until([&] { return List().HitTest(60, ++y) == 1; })) << "the upper edge of the second role";
+    const auto clickAt = [&](int x) {
+        wxUIActionSimulator mouse;
+        mouse.MouseMove(List().ClientToScreen(wxPoint(x, y + List().GetCharHeight() / 2)));
+        mouse.MouseClick();
+    };
+    clickAt(8); // its box
+    ASSERT_TRUE(Until([this] { return Choice(L"link ") == L"name"; }));
+    EXPECT_TRUE(List().IsChecked(1));
+    clickAt(60); // its text
+    ASSERT_TRUE(Until([this] { return List().GetSelection() == 1; }));
+    EXPECT_TRUE(List().IsChecked(1));
+    EXPECT_TRUE(Get<wxCheckBox>("Check_name").IsChecked());
+    EXPECT_FALSE(Get<wxCheckBox>("Check_value").IsChecked());
 }
 
 TEST_F(ScreenReadingPageTest, BoxesStoreAtOnceForTheSelectedRole)
@@ -198,14 +232,14 @@ TEST_F(ScreenReadingPageTest, DetailsOpenCloseAndStayOpenWhenSwitchedOff)
     ClickOn(*page->cmdDetails());
     EXPECT_EQ(page->cmdDetails()->GetLabel(), "Close Details");
     EXPECT_TRUE(page->DetailsOpen());
-    EXPECT_TRUE(WaitFor([&] { return dialog->GetSize().y > closed; }));
+    EXPECT_TRUE(Until([&] { return dialog->GetSize().y > closed; }));
     TickBox(Get<wxCheckBox>("Check_usescreenreading"), false);
     EXPECT_TRUE(page->DetailsOpen());
     EXPECT_FALSE(page->cmdDetails()->IsEnabled());
     TickBox(Get<wxCheckBox>("Check_usescreenreading"), true);
     ClickOn(*page->cmdDetails());
     EXPECT_FALSE(page->DetailsOpen());
-    EXPECT_TRUE(WaitFor([&] { return dialog->GetSize().y == closed; }));
+    EXPECT_TRUE(Until([&] { return dialog->GetSize().y == closed; }));
     EXPECT_EQ(heightChanges, 2);
 }
 
@@ -217,12 +251,12 @@ TEST_F(ScreenReadingPageTest, DetailsFollowThePointer)
     access.role = L"link (visited) ";
     access.name = L"Terms & conditions ";
     access.value = L" ";
-    EXPECT_TRUE(WaitFor([this] { return Detail(1) == "Terms & conditions "; }));
+    EXPECT_TRUE(Until([this] { return Detail(1) == "Terms & conditions "; }));
     EXPECT_EQ(Detail(0), "link ");
     EXPECT_EQ(Detail(2), " ");
     access.role = access.name = access.value = L"";
-    wxMilliSleep(250); // two ticks of the panel
-    wxYield();
+    const int asked = access.timesAsked;
+    ASSERT_TRUE(Until([&] { return access.timesAsked >= asked + 2; })) << "the panel asks at each tick";
     EXPECT_EQ(Detail(1), "Terms & conditions ");
 }
 
@@ -236,7 +270,7 @@ TEST_F(ScreenReadingPageTest, NothingIsCutWhenTheWordsAreAThirdLonger)
     shared.usescreenreading = true;
     Open();
     ClickOn(*page->cmdDetails());
-    WaitFor([this] { return page->GetSize().y >= page->GetBestSize().y; });
+    Until([this] { return page->GetSize().y >= page->GetBestSize().y; });
     for (wxWindow* control : page->GetChildren()) {
         const wxSize size = control->GetSize();
         const wxSize best = control->GetBestSize();

@@ -1,6 +1,7 @@
 #include "fakes/fake_character.h"
 #include "fakes/fake_platform.h"
 #include "settings/memory_backend.h"
+#include "tests/windows/until.h"
 #include "textreader/view/frm_text_reader.h"
 
 #include <gtest/gtest.h>
@@ -20,18 +21,7 @@
 namespace voxtrel::textreader {
 namespace {
 
-// Handles events until the condition holds, for five seconds at most.
-template <typename Condition> bool Until(Condition condition)
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        wxTheApp->Yield(true);
-        wxMilliSleep(5);
-    }
-    return true;
-}
+using tests::Until;
 
 class TextReaderWindow : public testing::Test {
 protected:

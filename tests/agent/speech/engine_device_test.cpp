@@ -2,6 +2,7 @@
 #include "agent/speech/flite_synthesizer.h"
 #include "agent/speech/speech_factory.h"
 #include "tests/agent/speech/engine_fixtures.h"
+#include "tests/agent/speech/engine_listener.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "agent/speech/speech_factory.h"
 #include "agent/speech/wav_reader.h"
 #include "tests/agent/speech/engine_fixtures.h"
+#include "tests/agent/speech/engine_listener.h"
 
 #include <gtest/gtest.h>
 
@@ -43,30 +44,7 @@ protected:
             events_.push_back(std::move(event));
     }
 
-    // All but the mouths, in a short form.
-    std::wstring Told() const
-    {
-        std::wstring told;
-        for (const SpeechEvent& event : events_) {
-            switch (event.kind) {
-            case Kind::BalloonWord:
-                told += event.text + L" ";
-                break;
-            case Kind::LineBreak:
-                told += L"/ ";
-                break;
-            case Kind::Bookmark:
-                told += L"#" + std::to_wstring(event.number) + L" ";
-                break;
-            case Kind::End:
-                told += L".";
-                break;
-            case Kind::Mouth:
-                break;
-            }
-        }
-        return told;
-    }
+    std::wstring Told() const { return ToldBy(events_); }
 
     Bell bell_;
     std::vector<SpeechEvent> events_;

@@ -3,6 +3,7 @@
 #include "agent/speech/flite_synthesizer.h"
 #include "agent/speech/mouths.h"
 #include "audio_measures.h"
+#include "rendering.h"
 
 #include <gtest/gtest.h>
 
@@ -18,37 +19,6 @@ namespace voxtrel::agent::speech {
 namespace {
 
 using Kind = SpeechEvent::Kind;
-
-struct Rendering : UtteranceSink {
-    bool Samples(std::span<const std::int16_t> more) override
-    {
-        samples.insert(samples.end(), more.begin(), more.end());
-        return samples.size() < enough;
-    }
-    void Event(std::int64_t sample, SpeechEvent event) override
-    {
-        // Given in order and before its samples.
-        EXPECT_GE(sample, times.empty() ? 0 : times.back());
-        EXPECT_GE(sample, std::ssize(samples));
-        times.push_back(sample);
-        events.push_back(std::move(event));
-    }
-
-    std::vector<std::int64_t> TimesOf(Kind kind) const
-    {
-        std::vector<std::int64_t> found;
-        for (std::size_t i = 0; i < events.size(); ++i) {
-            if (events[i].kind == kind)
-                found.push_back(times[i]);
-        }
-        return found;
-    }
-
-    std::vector<std::int16_t> samples;
-    std::vector<std::int64_t> times;
-    std::vector<SpeechEvent> events;
-    std::size_t enough = SIZE_MAX;
-};
 
 Rendering Render(std::wstring_view markup, std::size_t voice = 0, std::size_t enough = SIZE_MAX)
 {
