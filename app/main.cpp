@@ -206,4 +206,10 @@ void Main::Click(const agent::PointerEvent&)
     MakeTopmost();
 }
 
+void Main::DragComplete(const agent::PointerEvent&)
+{
+    if (services_.shared.character != nullptr)
+        speech::SavePosition(services_.store, *services_.shared.character);
+}
+
 } // namespace voxtrel::app

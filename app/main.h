@@ -83,6 +83,8 @@ public:
     void Click(const agent::PointerEvent& event) override;
     // A double click does nothing, on purpose: the first click has raised the toolbar already.
     void DblClick(const agent::PointerEvent&) override {}
+    // The character is found where it was put, at the next start too.
+    void DragComplete(const agent::PointerEvent&) override;
 
     bool QuitRequested = false; // set by the quit command, acted on by Timer1
     std::wstring rolestring;    // of the accessibility reader, read at start-up

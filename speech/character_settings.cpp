@@ -136,10 +136,8 @@ void SaveSettings(SettingsStore& store, const SharedSettings& shared)
     Write(store, keys::kSAPITags, shared.SAPITags);
     Write(store, keys::kInterwordPause, FormatNumber(shared.interwordpause));
     Write(store, keys::kUseScreenReading, FormatBoolean(shared.usescreenreading));
-    if (character != nullptr) {
-        Write(store, keys::kTop, FormatNumber(character->Top()));
-        Write(store, keys::kLeft, FormatNumber(character->Left()));
-    }
+    if (character != nullptr)
+        SavePosition(store, *character);
     Write(store, keys::kAutohide, FormatBoolean(shared.autohide));
     Write(store, keys::kAutopace, FormatBoolean(shared.autopace));
     Write(store, keys::kAutosize, FormatBoolean(shared.autosize));
@@ -158,6 +156,13 @@ void SaveSettings(SettingsStore& store, const SharedSettings& shared)
     Write(store, keys::kPitch, FormatNumber(shared.Pitch));
     store.SaveSetting(keys::kSpeed.section, keys::kSpeedAsWritten, FormatNumber(shared.Speed));
     store.SaveSetting(keys::kVolume.section, keys::kVolumeAsWritten, FormatNumber(shared.Volume));
+}
+
+void SavePosition(SettingsStore& store, const agent::Character& character)
+{
+    const settings::SettingsChanges together(store);
+    Write(store, keys::kTop, FormatNumber(character.Top()));
+    Write(store, keys::kLeft, FormatNumber(character.Left()));
 }
 
 long CharacterPixels(int sizeIndex)

@@ -29,6 +29,9 @@ void LoadSettings(const CharacterSurroundings& surroundings);
 // The voice style and UseVoxtrel are not written here.
 void SaveSettings(settings::SettingsStore& store, const settings::SharedSettings& shared);
 
+// Writes where the character stands, and nothing else.
+void SavePosition(settings::SettingsStore& store, const agent::Character& character);
+
 // Height and width of the character in pixels, by the size index: 85 for 1, 50 for 2, 128 for any other.
 long CharacterPixels(int sizeIndex);
 

@@ -16,6 +16,7 @@ PointerTracker::Recognized PointerTracker::Press(int button, int shift, Point at
     button_ = button;
     shift_ = shift;
     pressed_ = last_ = at;
+    answered_ = false;
     return {};
 }
 
@@ -23,7 +24,8 @@ PointerTracker::Recognized PointerTracker::DoublePress(int button, int shift, Po
 {
     if (dragging_)
         return {};
-    button_.reset();
+    static_cast<void>(Press(button, shift, at));
+    answered_ = true;
     return {Gesture::DblClick, button, shift, at};
 }
 
@@ -47,7 +49,7 @@ PointerTracker::Recognized PointerTracker::Release(int button, int shift, Point 
         return {};
     button_.reset();
     if (!dragging_)
-        return {Gesture::Click, button, shift, at};
+        return answered_ ? Recognized{} : Recognized{Gesture::Click, button, shift, at};
     dragging_ = false;
     last_ = at;
     return {Gesture::DragComplete, button, shift, at};

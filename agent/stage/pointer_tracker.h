@@ -35,7 +35,8 @@ public:
     Point Distance() const { return {last_.x - pressed_.x, last_.y - pressed_.y}; }
 
 private:
-    std::optional<int> button_; // held down, its press not yet answered with a click
+    std::optional<int> button_; // held down
+    bool answered_ = false;     // its press was told of as a double click
     int shift_ = 0;
     Point pressed_;
     Point last_;

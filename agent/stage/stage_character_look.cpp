@@ -173,10 +173,17 @@ void StageCharacter::Press(int button, int shift, Point at)
 
 void StageCharacter::Move(Point at) { Handle(pointer_.Move(at)); }
 
-void StageCharacter::Release(int button, int shift, Point at) { Handle(pointer_.Release(button, shift, at)); }
+// On a busy desktop the release may be all that one hears of a drag.
+void StageCharacter::Release(int button, int shift, Point at)
+{
+    Handle(pointer_.Move(at));
+    Handle(pointer_.Release(button, shift, at));
+}
 
 void StageCharacter::DoublePress(int button, int shift, Point at)
 {
+    if (!pointer_.Dragging())
+        dragOrigin_ = Position();
     Handle(pointer_.DoublePress(button, shift, at));
 }
 
@@ -193,6 +200,8 @@ void StageCharacter::Handle(const PointerTracker::Recognized& recognized)
     using Gesture = PointerTracker::Gesture;
     if (recognized.gesture == Gesture::None)
         return;
+    if (recognized.gesture != Gesture::Drag && !Speaking())
+        balloon_.Dismiss();
     if (pointer_.Dragging() || recognized.gesture == Gesture::DragComplete) {
         const Point distance = pointer_.Distance();
         Ignore(MoveTo(dragOrigin_.x + distance.x, dragOrigin_.y + distance.y));
@@ -200,8 +209,6 @@ void StageCharacter::Handle(const PointerTracker::Recognized& recognized)
     if (recognized.gesture == Gesture::Drag)
         return;
 
-    if (!Speaking())
-        balloon_.Dismiss();
     if (recognized.gesture == Gesture::DragStart || recognized.gesture == Gesture::DragComplete) {
         const Time now = stage_.view.Now();
         if (idling_.Active())

@@ -1,7 +1,8 @@
 #include "agent/view/character_window.h"
 
+#include "agent/view/native_window.h"
+
 #include <wx/display.h>
-#include <wx/utils.h>
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +27,11 @@ int ShiftOf(const wxMouseEvent& event)
     return (event.ShiftDown() ? 1 : 0) + (event.ControlDown() ? 2 : 0) + (event.AltDown() ? 4 : 0);
 }
 
-stage::Point PointOf(const wxPoint& point) { return {point.x, point.y}; }
+stage::Point PlaceOfPointer()
+{
+    const wxPoint at = PointerAtEvent();
+    return {at.x, at.y};
+}
 
 } // namespace
 
@@ -92,19 +97,21 @@ void CharacterWindow::OnPress(wxMouseEvent& event)
 {
     if (event.LeftDown() && !HasCapture())
         CaptureMouse();
-    input_.Press(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
+    input_.Press(ButtonOf(event), ShiftOf(event), PlaceOfPointer());
 }
 
 void CharacterWindow::OnDoublePress(wxMouseEvent& event)
 {
-    input_.DoublePress(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
+    if (event.LeftDClick() && !HasCapture())
+        CaptureMouse();
+    input_.DoublePress(ButtonOf(event), ShiftOf(event), PlaceOfPointer());
 }
 
 void CharacterWindow::OnRelease(wxMouseEvent& event)
 {
     if (event.LeftUp() && HasCapture())
         ReleaseMouse();
-    input_.Release(ButtonOf(event), ShiftOf(event), PointOf(wxGetMousePosition()));
+    input_.Release(ButtonOf(event), ShiftOf(event), PlaceOfPointer());
     if (event.RightUp() && menu_)
         menu_(*this, event.GetPosition());
 }
@@ -112,7 +119,7 @@ void CharacterWindow::OnRelease(wxMouseEvent& event)
 void CharacterWindow::OnMotion(wxMouseEvent& event)
 {
     if (event.Dragging())
-        input_.Move(PointOf(wxGetMousePosition()));
+        input_.Move(PlaceOfPointer());
 }
 
 } // namespace voxtrel::agent::view

@@ -10,8 +10,15 @@ namespace voxtrel::agent::view {
 // it is clicked, and is in no list of windows.
 void KeepOutOfFocus(wxTopLevelWindow& window);
 
+// Called just before a window is shown again: puts it where it is to appear.
+void PlaceHidden(wxTopLevelWindow& window, const wxPoint& topLeft);
+
 // Gives the window an outline, in dots of the screen.
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline);
+
+// Where on the screen the pointer was when the event that is being handled came about: it may be far from
+// there by now.
+wxPoint PointerAtEvent();
 
 // Dots of the screen to one pixel of a window, in each direction.
 int DotsToAPixel();

@@ -4,6 +4,8 @@
 #include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
+#include <wx/utils.h>
+
 #include <vector>
 
 namespace voxtrel::agent::view {
@@ -37,6 +39,13 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
     gtk_widget_realize(widget);
 }
 
+// The toolkit forgets where a hidden window was moved to when the window had been moved just before it was
+// hidden.
+void PlaceHidden(wxTopLevelWindow& window, const wxPoint& topLeft)
+{
+    gdk_window_move(gtk_widget_get_window(window.GetHandle()), topLeft.x, topLeft.y);
+}
+
 // The toolkit's own function counts in the pixels of its windows, which are several dots on a screen of high
 // resolution: every slope would be a stair.
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)
@@ -52,6 +61,16 @@ void SetOutline(wxTopLevelWindow& window, const wxRegion& outline)
                               static_cast<unsigned short>(i.GetW()), static_cast<unsigned short>(i.GetH())});
     XShapeCombineRectangles(GDK_WINDOW_XDISPLAY(native), GDK_WINDOW_XID(native), ShapeBounding, 0, 0,
                             rectangles.data(), static_cast<int>(rectangles.size()), ShapeSet, Unsorted);
+}
+
+wxPoint PointerAtEvent()
+{
+    GdkEvent* event = gtk_get_current_event();
+    double x = 0, y = 0;
+    const bool known = event != nullptr && gdk_event_get_root_coords(event, &x, &y);
+    if (event != nullptr)
+        gdk_event_free(event);
+    return known ? wxPoint(static_cast<int>(x), static_cast<int>(y)) : wxGetMousePosition();
 }
 
 int DotsToAPixel()

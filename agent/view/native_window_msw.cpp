@@ -12,7 +12,16 @@ void KeepOutOfFocus(wxTopLevelWindow& window)
     ::SetWindowLongPtrW(handle, GWL_EXSTYLE, style | WS_EX_NOACTIVATE);
 }
 
+void PlaceHidden(wxTopLevelWindow&, const wxPoint&) {}
+
 void SetOutline(wxTopLevelWindow& window, const wxRegion& outline) { window.SetShape(outline); }
+
+wxPoint PointerAtEvent()
+{
+    const DWORD position = ::GetMessagePos();
+    const POINTS at = MAKEPOINTS(position);
+    return {at.x, at.y};
+}
 
 int DotsToAPixel() { return 1; }
 

@@ -81,8 +81,10 @@ void ShapedWindow::MovePicture(const wxPoint& topLeft)
 
 void ShapedWindow::Appear()
 {
-    if (!IsShown())
+    if (!IsShown()) {
+        PlaceHidden(*this, bounds_.GetPosition());
         ShowWithoutActivating();
+    }
     Update();
 }
 

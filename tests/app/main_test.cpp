@@ -375,6 +375,18 @@ TEST_F(MainTest, ClickOnTheCharacterRaisesTheToolbarAndDoubleClickDoesNothing)
     EXPECT_EQ(log.Calls(), (std::vector<std::wstring>{kTopmostCall}));
 }
 
+TEST_F(MainTest, PlaceThatTheCharacterWasDraggedToIsKept)
+{
+    Run();
+    ASSERT_NE(shared.character, nullptr);
+    agent::Ignore(shared.character->SetTop(321));
+    agent::Ignore(shared.character->SetLeft(-45));
+    log.Clear();
+    main.DragComplete({});
+    EXPECT_EQ(store.GetSetting(L"Agent", L"Top"), L"321");
+    EXPECT_EQ(store.GetSetting(L"Agent", L"Left"), L"-45");
+}
+
 TEST_F(MainTest, StopButtonLeavesTheQueue)
 {
     Run();

@@ -55,6 +55,27 @@ TEST_F(PointerTest, DragMovesTheCharacterAndIsNoClick)
     EXPECT_EQ(Told(), (Lines{L"dragstart genie 1 0 404,405", L"dragcomplete genie 1 0 341,356"}));
 }
 
+TEST_F(PointerTest, DragOfWhichOnlyTheReleaseIsHeardMovesTheCharacterToo)
+{
+    Pointer().Press(1, 0, {404, 405});
+    Pointer().Release(1, 0, {504, 605});
+    EXPECT_EQ(genie->Left(), 500);
+    EXPECT_EQ(genie->Top(), 600);
+    EXPECT_EQ(Told(), (Lines{L"dragstart genie 1 0 404,405", L"dragcomplete genie 1 0 504,605"}));
+}
+
+TEST_F(PointerTest, SecondPressOfADoubleClickCanBecomeADrag)
+{
+    Pointer().Press(1, 0, {404, 405});
+    Pointer().Release(1, 0, {404, 405});
+    Pointer().DoublePress(1, 0, {404, 405});
+    Told();
+    Pointer().Move({440, 455});
+    Pointer().Release(1, 0, {440, 455});
+    EXPECT_EQ(genie->Left(), 436);
+    EXPECT_EQ(Told(), (Lines{L"dragstart genie 1 0 404,405", L"dragcomplete genie 1 0 440,455"}));
+}
+
 TEST_F(PointerTest, UnsteadyHandStillClicks)
 {
     Pointer().Press(1, 0, {404, 405});
@@ -98,6 +119,20 @@ TEST_F(PointerTest, ClickHidesALeftoverBalloon)
     Pointer().Press(1, 0, {404, 405});
     Pointer().Release(1, 0, {404, 405});
     EXPECT_FALSE(Windows().balloon);
+}
+
+TEST_F(PointerTest, LeftoverBalloonGoesBeforeTheCharacterIsDraggedAway)
+{
+    Balloon& balloon = genie->GetBalloon();
+    Ignore(balloon.SetStyle(balloon.Style() & ~balloon_style::kAutoHide));
+    Ignore(genie->Speak(L"one"));
+    view->Run(1000);
+    ASSERT_TRUE(Windows().balloon);
+    const int shown = Windows().balloonsShown;
+    Pointer().Press(1, 0, {404, 405});
+    Pointer().Move({440, 455});
+    EXPECT_FALSE(Windows().balloon);
+    EXPECT_EQ(Windows().balloonsShown, shown);
 }
 
 TEST_F(PointerTest, ClickLeavesTheBalloonOfASpeakingCharacter)
