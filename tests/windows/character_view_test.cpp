@@ -185,9 +185,9 @@ TEST_F(CharacterOnDesktop, AppearsWhereItWasMovedToWhileItWasHidden)
     ShowCharacter();
     Ignore(character->SetLeft(400));
     Ignore(character->SetLeft(-128));
-    ASSERT_TRUE(Within([&] { return ScreenPixel(464, 366) == kGreen; }));
+    ASSERT_TRUE(Until([&] { return ScreenPixel(464, 366) == kGreen; }));
     Ignore(character->SetLeft(150));
-    EXPECT_TRUE(Within([&] { return ScreenPixel(214, 366) != kGreen; }));
+    EXPECT_TRUE(Until([&] { return ScreenPixel(214, 366) != kGreen; }));
     EXPECT_EQ(ScreenPixel(464, 366), kGreen);
 }
 
