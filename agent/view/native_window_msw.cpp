@@ -3,13 +3,26 @@
 #include <wx/dcscreen.h>
 #include <wx/msw/wrapwin.h>
 
+#include <commctrl.h>
+
 namespace voxtrel::agent::view {
+namespace {
+
+LRESULT CALLBACK RefuseFocusOfClick(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                    DWORD_PTR)
+{
+    return message == WM_MOUSEACTIVATE ? MA_NOACTIVATE : ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace
 
 void KeepOutOfFocus(wxTopLevelWindow& window)
 {
     const HWND handle = window.GetHWND();
     const LONG_PTR style = ::GetWindowLongPtrW(handle, GWL_EXSTYLE);
     ::SetWindowLongPtrW(handle, GWL_EXSTYLE, style | WS_EX_NOACTIVATE);
+    // The style alone does not keep every system from activating a window that is clicked.
+    ::SetWindowSubclass(handle, RefuseFocusOfClick, 0, 0);
 }
 
 void PlaceHidden(wxTopLevelWindow&, const wxPoint&) {}

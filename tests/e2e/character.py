@@ -7,13 +7,14 @@ import subprocess
 import unittest
 
 import harness
-from harness import Scenario, WINDOWS, wait_for
+from harness import Scenario, WINDOWS, WineDesktop, wait_for
 
 NAME = "Fable"
 SIDE = 128
 # Of the frame: inside the figure, and beside it.
 BODY = (63, 60)
 BESIDE = (4, 4)
+OTHER = "Sample window"
 SPEECH = "When the rain had stopped they walked back to town"
 MOST_DISTANCE = 30  # between the figure and the tip of the wedge
 
@@ -41,6 +42,12 @@ EndSection
 
 
 class CharacterScenario(Scenario):
+    def setUp(self):
+        super().setUp()
+        if WINDOWS:
+            self.wine_desktop = WineDesktop()
+            self.addCleanup(self.wine_desktop.close)
+
     def xdotool(self, *arguments):
         return self.display.run("xdotool", *map(str, arguments)).decode().strip()
 
@@ -78,7 +85,8 @@ class CharacterScenario(Scenario):
         x, y = wait_for(self.place, "the character")
         self.xdotool("mousemove", x + BODY[0], y + BODY[1], "mousedown", 1)
         for step in range(1, 6):
-            self.xdotool("mousemove", x + BODY[0] + (to_x - x) * step // 5, y + BODY[1] + (to_y - y) * step // 5)
+            # Wine takes the pointer's place from where the window was, if it has moved since: as slowly as a hand, there.
+            self.xdotool("sleep", 0.3 if WINDOWS else 0, "mousemove", x + BODY[0] + (to_x - x) * step // 5, y + BODY[1] + (to_y - y) * step // 5)
         self.xdotool("mouseup", 1)
 
     def speak(self, program, text=SPEECH):
@@ -92,13 +100,10 @@ class CharacterScenario(Scenario):
     def spoken(self, program):
         return [event for event in program.events("request-complete") if event["text"] == "Speak"]
 
-    def below_pointer(self):
-        return self.xdotool("getmouselocation", "--shell")
-
 
 class Desktop(CharacterScenario):
     def open_other(self):
-        """A window of another program, with the focus, that covers everything; its id."""
+        """A window of another program, where the character stands."""
         program = os.path.join(os.environ["VOXTREL_E2E_PROGRAMS"], "voxtrel_sample_window")
         process = subprocess.Popen(harness.wine(program + ".exe", harness.native(self.home.path("objects"))) if WINDOWS
                                    else [program, self.home.path("objects")],
@@ -106,45 +111,68 @@ class Desktop(CharacterScenario):
                                    stderr=subprocess.DEVNULL)
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
-        window = wait_for(lambda: self.xdotool("search", "--onlyvisible", "--name", "^Sample window$").split(),
-                          "the other window")[0]
-        self.xdotool("windowactivate", "--sync", window)
-        self.xdotool("windowmove", window, 40, 40)
-        wait_for(lambda: self.active() == window, "the focus in the other window")
-        return window
+        self.other = wait_for(lambda: self.xdotool("search", "--onlyvisible", "--name", f"^{OTHER}$").split(),
+                              "the other window")[0]
+        if WINDOWS:
+            self.wine_desktop.ask("place", 40, 40, 900, 700, OTHER)
+        else:
+            self.xdotool("windowmove", self.other, 40, 40)
+
+    def start_above_other(self):
+        """The program, the focus in the other window. Begun after it: Wine shows a new window above those that are to
+        stay on top."""
+        self.open_other()
+        program = self.start_shown()
+        if WINDOWS:
+            # Its title.
+            self.xdotool("mousemove", "--window", self.other, 300, 8, "click", 1)
+        else:
+            self.xdotool("windowactivate", "--sync", self.other)
+        wait_for(lambda: self.active() == OTHER, "the focus in the other window")
+        return program
 
     def active(self):
-        return self.xdotool("getactivewindow")
+        """The title of the window in front."""
+        return self.wine_desktop.ask("foreground") if WINDOWS else self.xdotool("getactivewindow", "getwindowname")
+
+    def body(self):
+        """A place on the figure."""
+        x, y = wait_for(self.place, "the character")
+        return x + BODY[0], y + BODY[1]
+
+    def window_at(self, x, y):
+        """The one that a click there goes to."""
+        if WINDOWS:
+            return self.wine_desktop.ask("at", x, y)
+        self.xdotool("mousemove", x, y)
+        return re.search(r"WINDOW=(\d+)", self.xdotool("getmouselocation", "--shell"))[1]
 
     def test_never_takes_the_focus(self):
-        program = self.start_shown()
-        other = self.open_other()
+        program = self.start_above_other()
         _, ended = self.speak(program)
-        self.assertEqual(self.active(), other)
-        self.xdotool("mousemove", 100 + BODY[0], 100 + BODY[1], "click", 1)
-        self.assertEqual(self.active(), other)
+        self.assertEqual(self.active(), OTHER)
+        self.xdotool("mousemove", *self.body(), "click", 1)
+        self.assertEqual(self.active(), OTHER)
         self.drag(300, 300)
         self.wait_place(300, 300)
         ended()
-        self.assertEqual(self.active(), other)
+        self.assertEqual(self.active(), OTHER)
 
     def test_has_no_task_bar_entry_and_stays_on_top(self):
         program = self.start_shown()
         balloon, _ = self.speak(program)
+        if WINDOWS:
+            self.assertEqual(self.wine_desktop.ask("styles", NAME), "topmost ")
+            return
         for window in (self.find(NAME)[0], balloon[0]):
             state = self.display.run("xprop", "-id", str(window), "_NET_WM_STATE").decode()
             self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", state)
             self.assertIn("_NET_WM_STATE_ABOVE", state)
 
     def test_one_clicks_through_beside_it(self):
-        self.start_shown()
-        self.open_other()
-        self.xdotool("mousemove", 100 + BODY[0], 100 + BODY[1])
-        on_the_body = self.below_pointer()
-        self.xdotool("mousemove", 100 + BESIDE[0], 100 + BESIDE[1])
-        beside = self.below_pointer()
-        window = re.compile(r"WINDOW=(\d+)")
-        self.assertNotEqual(window.search(on_the_body)[1], window.search(beside)[1])
+        self.start_above_other()
+        x, y = self.place()
+        self.assertNotEqual(self.window_at(*self.body()), self.window_at(x + BESIDE[0], y + BESIDE[1]))
 
     def test_right_click_opens_the_menu(self):
         self.start_shown()
@@ -152,9 +180,9 @@ class Desktop(CharacterScenario):
 
         def popped_up():
             return [window for window in self.display.windows()
-                    if window[0] not in before and window[2] > 40 and window[3] > 40
+                    if window[0] not in before and window[2] > 40 and window[3] > 30
                     and self.display.is_viewable(window[0])]
-        self.xdotool("mousemove", 100 + BODY[0], 100 + BODY[1], "click", 3)
+        self.xdotool("mousemove", *self.body(), "click", 3)
         wait_for(popped_up, "the menu")
         self.xdotool("key", "Escape")
         wait_for(lambda: not popped_up(), "the menu to go")
@@ -288,4 +316,4 @@ class HighResolution(CharacterScenario):
 
 
 if __name__ == "__main__":
-    harness.main()
+    harness.main(wine_desktop=True)

@@ -6,6 +6,10 @@
 //   buttons TITLE    the accessible names of the push buttons of the top window with that title, in tab order
 //   place LEFT TOP WIDTH HEIGHT TITLE   moves the top window with that title there
 //   menu             whether one is open or closed
+//   at X Y           the title of the top window that a click at that place goes to
+//   styles TITLE     which of "topmost" and "taskbar" the top window with that title is: above the others,
+//   and in the
+//                    task bar
 
 #include <windows.h>
 
@@ -103,15 +107,36 @@ bool IsMenuOpen()
     return window != nullptr;
 }
 
+std::wstring WindowAt(const std::string& where)
+{
+    std::istringstream words(where);
+    POINT point = {};
+    words >> point.x >> point.y;
+    return TitleOf(GetAncestor(WindowFromPoint(point), GA_ROOT));
+}
+
+std::wstring StylesOf(const std::wstring& title)
+{
+    HWND window = FindWindowW(nullptr, title.c_str());
+    const LONG_PTR styles = GetWindowLongPtrW(window, GWL_EXSTYLE);
+    const bool owned = GetWindow(window, GW_OWNER) != nullptr;
+    const bool inTaskBar = (styles & WS_EX_APPWINDOW) || (!owned && !(styles & WS_EX_TOOLWINDOW));
+    return std::wstring(styles & WS_EX_TOPMOST ? L"topmost " : L"") + (inTaskBar ? L"taskbar" : L"");
+}
+
 std::wstring Answer(const std::string& command)
 {
-    constexpr std::string_view kButtons = "buttons ", kPlace = "place ";
+    constexpr std::string_view kButtons = "buttons ", kPlace = "place ", kAt = "at ", kStyles = "styles ";
     if (command == "foreground")
         return TitleOf(GetForegroundWindow());
     if (command == "focus")
         return FocusedName();
     if (command == "menu")
         return IsMenuOpen() ? L"open" : L"closed";
+    if (command.starts_with(kAt))
+        return WindowAt(command.substr(kAt.size()));
+    if (command.starts_with(kStyles))
+        return StylesOf(std::wstring(command.begin() + kStyles.size(), command.end()));
     if (command.starts_with(kPlace))
         return Place(command.substr(kPlace.size()));
     if (command.starts_with(kButtons))
