@@ -35,19 +35,23 @@ private:
     std::deque<std::string> pieces_;
 };
 
+// Removed when nobody has it open any more.
+struct TraceFile {
+    ~TraceFile() { std::filesystem::remove(path); }
+    std::filesystem::path path = std::filesystem::temp_directory_path() / "voxtrel-traced-server-test";
+};
+
 class TracedServerProcessTest : public testing::Test {
 protected:
-    ~TracedServerProcessTest() override { std::filesystem::remove(file); }
-
     std::string Traced() const
     {
-        std::ifstream stream(file);
+        std::ifstream stream(file.path);
         std::ostringstream text;
         text << stream.rdbuf();
         return text.str();
     }
 
-    std::filesystem::path file = std::filesystem::temp_directory_path() / "voxtrel-traced-server-test";
+    TraceFile file;
     Trace trace;
     TracedServerProcess process{
         std::make_unique<ScriptedProcess>(std::deque<std::string>{"object\tlin", "k\nalive\n"}), trace};
@@ -62,7 +66,7 @@ TEST_F(TracedServerProcessTest, HandsEveryByteOnWithoutATrace)
 
 TEST_F(TracedServerProcessTest, TracesWholeLinesAndStarts)
 {
-    ASSERT_TRUE(trace.Open(file.wstring()));
+    ASSERT_TRUE(trace.Open(file.path.wstring()));
     EXPECT_FALSE(process.Start(L""));
     EXPECT_TRUE(process.Start(L"server"));
     process.Read();
