@@ -155,6 +155,8 @@ class DdeClients(Scenario):
         wait_for(lambda: len(self.commands()) == 1, "the command")
         # The trace holds the beginning and the length.
         self.assertTrue(self.commands()[0].endswith("... (1000002 characters)"), self.commands()[0][-60:])
+        # What comes before it is spoken becomes a part of it.
+        self.program.wait_event("speak")
         self.expect_still_there()
 
     def test_a_client_with_many_conversations_that_never_disconnects(self):
