@@ -77,7 +77,9 @@ scenario_packages=(
   python3 python3-gi gir1.2-atspi-2.0 procps xclip xterm mousepad featherpad zenity chromium xserver-xephyr weston
   trayer xserver-xorg-core xserver-xorg-video-dummy
 )
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${voice_packages[@]}" "${scenario_packages[@]}")
+test_packages=(
+  libgtest-dev libgmock-dev libbenchmark-dev "${display_packages[@]}" "${voice_packages[@]}" "${scenario_packages[@]}"
+)
 # googletest: the sources, of which the cross build makes its own library. The characters are compiled by a program
 # of this machine, which draws with librsvg.
 windows_packages=(
